@@ -84,7 +84,9 @@ KELM_API const KelLibVersion* kelmGetLibVersion(void);
 
 /* The operations, by family. */
 #include "kelm/addsub.h"
-#include "kelm/mul.h"
-#include "kelm/linsys.h"
+#include "kelm/mul_mm.h"
+#include "kelm/mul_mv.h"
+#include "kelm/lu.h"
+#include "kelm/det.h"
 
 #endif

@@ -1,6 +1,6 @@
 /* Part of kelm.h; include that header, not this one. */
-#ifndef KELM_MUL_H
-#define KELM_MUL_H
+#ifndef KELM_MUL_MM_H
+#define KELM_MUL_MM_H
 
 #ifdef __cplusplus
 extern "C" {

@@ -1,6 +1,6 @@
 /* Part of kelm.h; include that header, not this one. */
-#ifndef KELM_LINSYS_H
-#define KELM_LINSYS_H
+#ifndef KELM_DET_H
+#define KELM_DET_H
 
 #ifdef __cplusplus
 extern "C" {
