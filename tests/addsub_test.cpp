@@ -314,8 +314,9 @@ struct Setup {
                     ASSERT_TRUE(kt::same_bits(obj[2]->at(k, i, j), e[n]))
                         << what << " object " << k << " (" << i << ", " << j << "): " << obj[2]->at(k, i, j)
                         << " != " << e[n];
-        for (const auto& o : obj)
+        for (const auto& o : obj) {
             if (o) ASSERT_TRUE(o->canaries_intact()) << what << ": wrote outside the described elements";
+        }
     }
 };
 

@@ -48,7 +48,7 @@ TEST(ParallelSplit, FourThreadsTakeThreeThreeTwoTwo)
 
 TEST(ParallelSplit, SmallArraysAndOneThreadStayOnTheCallingThread)
 {
-    char buffer[8];
+    char buffer[64];
     for (auto [n, count] : {std::pair{4, 3}, {1, 100}, {0, 100}, {-2, 100}}) {
         const auto seen = run_split(n, count, 16, buffer);
         ASSERT_EQ(seen.size(), 1u) << n << " threads, " << count << " objects";
@@ -60,7 +60,7 @@ TEST(ParallelSplit, SmallArraysAndOneThreadStayOnTheCallingThread)
 
 TEST(ParallelSplit, EachThreadGetsItsOwnWorkspaceSlice)
 {
-    char buffer[8];
+    char buffer[64];
     const std::size_t per = 40;
     const auto seen = run_split(3, 7, per, buffer);
     ASSERT_EQ(seen.size(), 3u);
