@@ -34,8 +34,18 @@ kelStatus ew_objects(int count, const A& a, const B& b, const D& d, int h, int w
         const auto x = a[k];
         const auto y = b[k];
         const auto z = d[k];
-        for (int i = 0; i < rows; ++i)
-            for (int j = 0; j < cols; ++j) z(i, j) = Op::template apply<T>(x(i, j), y(i, j));
+        for (int i = 0; i < rows; ++i) {
+            if constexpr (W > 0) {
+                // A written-out row is formed in registers and stored whole, so
+                // the stores do not stand between loads (the row vectorises).
+                // In place, each element still reads only its own sources.
+                T r[W];
+                for (int j = 0; j < W; ++j) r[j] = Op::template apply<T>(x(i, j), y(i, j));
+                for (int j = 0; j < W; ++j) z(i, j) = r[j];
+            } else {
+                for (int j = 0; j < cols; ++j) z(i, j) = Op::template apply<T>(x(i, j), y(i, j));
+            }
+        }
     }
     return kelOk;
 }
