@@ -40,7 +40,7 @@ namespace kelm {
 
 #define KELM_VEC_PARALLEL(T, FORM, M) ::kelm::vector_array_parallel<T, ::kelm::Form::FORM>(M(len, count))
 #define KELM_MAT_PARALLEL(T, FORM, M, ...) \
-    ::kelm::matrix_array_parallel<T, ::kelm::Form::FORM>(M(width * height, count), unit_strides<T>(__VA_ARGS__))
+    ::kelm::matrix_array_parallel<T, ::kelm::Form::FORM>(M(I32(width) * height, count), unit_strides<T>(__VA_ARGS__))
 
 template <class T, class... I>
 bool unit_strides(I... elem) { return ((elem == int(sizeof(T))) && ...); }

@@ -94,11 +94,11 @@ kelStatus elementwise(bool parallel, int count, const A& a, const B& b, const D&
 enum class Form { Strided, Pointer, List };
 
 // Size measures M from S (len, or width*height) and count, in wrapping 32-bit.
-inline I32 m_array_single(int s, int n) { return I32(s) * (I32(2) * n + 1); }  // vav, mam, vac ...
-inline I32 m_two_arrays(int s, int n) { return I32(3) * s * n; }                // vava, mama ...
-inline I32 m_array_values(int s, int n) { return I32(n) * (I32(2) * s + 1); }   // vaca, cava
-inline I32 m_single_values(int s, int n) { return I32(s) * n + s + n; }         // vca, cav
-inline I32 m_count_only(int, int n) { return I32(2) * n + 1; }                  // Sub cva leaves len out
+inline I32 m_array_single(I32 s, I32 n) { return I32(s) * (I32(2) * n + 1); }  // vav, mam, vac ...
+inline I32 m_two_arrays(I32 s, I32 n) { return I32(3) * s * n; }                // vava, mama ...
+inline I32 m_array_values(I32 s, I32 n) { return I32(n) * (I32(2) * s + 1); }   // vaca, cava
+inline I32 m_single_values(I32 s, I32 n) { return I32(s) * n + s + n; }         // vca, cav
+inline I32 m_count_only(I32, I32 n) { return I32(2) * n + 1; }                  // Sub cva leaves len out
 
 // Vector arrays compare strictly, matrix arrays with greater-or-equal.
 template <class T, Form F>
