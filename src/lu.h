@@ -127,10 +127,13 @@ kelStatus ownkelmLUDecomp_m_NxN(const SV& s, int* index, const DV& d)
     for (int k = 0; k < N - 1; ++k) {
         T m = mag(a[k][k]);
         int p = k;
+        // Without branches: pivots of random data are unpredictable.  "m > v ?
+        // m : v" keeps m exactly when m >= v holds (magnitudes are never -0).
 #pragma GCC unroll 8
         for (int i = k + 1; i < N; ++i) {
             const T v = mag(a[i][k]);
-            if (!(m >= v)) m = v, p = i;
+            p += (i - p) & -int(!(m >= v));
+            m = m > v ? m : v;
         }
         {
             const int t = perm[p];
