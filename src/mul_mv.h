@@ -1,0 +1,354 @@
+// Kernels of Mul with a vector or a constant operand.
+//
+// Matrix-vector: y(i) = sum over k of op(A)(i, k) * x(k), op the identity
+// (m) or the transpose of the stored matrix (t).  The sum starts at zero and
+// takes the products in ascending k, in the element type: callers rely on
+// those bits, including 0 + (-0) = +0 for a row of negative zero products, so
+// every path (general loop, written-out orders, SSE) starts from zero.
+//
+// By-constant: every result element is one product, source element times
+// the constant, so any order of work gives the same bits.
+#pragma once
+
+#include <xmmintrin.h>
+
+#include <cstdint>
+#include <type_traits>
+
+#include "addsub.h"  // KELM_FOR_TYPES
+#include "elementwise.h"
+
+namespace kelm {
+
+template <class T, class... I>
+bool unit_elems(I... elem) { return ((elem == int(sizeof(T))) && ...); }
+
+// A single matrix given in a strided or pointer form has object stride 0.
+template <class A>
+bool single_object(const A& a)
+{
+    if constexpr (std::is_same_v<A, Strided<typename A::Elem, true>> ||
+                  std::is_same_v<A, Strided<typename A::Elem, false>> ||
+                  std::is_same_v<A, Pointers<typename A::Elem>>)
+        return a.obj == 0;
+    else
+        return false;
+}
+
+template <class V>
+constexpr bool unit_dense_view = false;
+template <class T>
+constexpr bool unit_dense_view<DenseView<T, true>> = true;
+
+// --- matrix-vector --------------------------------------------------------------
+
+// The general loop: each result element is cleared, then the running sum is
+// stored into it after every product.
+template <bool Tr, class A, class X, class Y>
+void mv_general(int count, const A& a, const X& x, const Y& y, int rows, int inner)
+{
+    using T = typename Y::Elem;
+    for (int k = 0; k < count; ++k) {
+        const auto av = a[k];
+        const auto xv = x[k];
+        const auto yv = y[k];
+        for (int i = 0; i < rows; ++i) {
+            T& s = yv[i];
+            s = T(0);
+            for (int j = 0; j < inner; ++j) s = s + (Tr ? av(j, i) : av(i, j)) * xv[j];
+        }
+    }
+}
+
+// Written-out square order N: the used matrix is held in registers (loaded
+// once for a single matrix), the vector is read before the result is written.
+template <int N, bool Tr, class T>
+struct MvFixed {
+    T m[N][N];  // m[i][k] = op(A)(i, k)
+
+    template <class V>
+    void load(const V& a)
+    {
+#pragma GCC unroll 8
+        for (int i = 0; i < N; ++i)
+#pragma GCC unroll 8
+            for (int k = 0; k < N; ++k) m[i][k] = Tr ? a(k, i) : a(i, k);
+    }
+
+    template <class XV, class YV>
+    void apply(const XV& x, const YV& y) const
+    {
+        T xs[N];
+#pragma GCC unroll 8
+        for (int k = 0; k < N; ++k) xs[k] = x[k];
+        T ys[N];
+#pragma GCC unroll 8
+        for (int i = 0; i < N; ++i) {
+            T s = T(0);
+#pragma GCC unroll 8
+            for (int k = 0; k < N; ++k) s = s + m[i][k] * xs[k];
+            ys[i] = s;
+        }
+#pragma GCC unroll 8
+        for (int i = 0; i < N; ++i) y[i] = ys[i];
+    }
+};
+
+// 32f order 4: four result rows at a time, one column of op(A) per product,
+// in the same ascending order as the scalar sum.
+template <bool Tr>
+struct MvFixed<4, Tr, float> {
+    __m128 c[4];  // lane i of c[k] = op(A)(i, k)
+
+    template <class V>
+    void load(const V& a)
+    {
+        if constexpr (unit_dense_view<V>) {
+            __m128 r0 = _mm_loadu_ps(&a(0, 0)), r1 = _mm_loadu_ps(&a(1, 0));
+            __m128 r2 = _mm_loadu_ps(&a(2, 0)), r3 = _mm_loadu_ps(&a(3, 0));
+            if (!Tr) _MM_TRANSPOSE4_PS(r0, r1, r2, r3);
+            c[0] = r0, c[1] = r1, c[2] = r2, c[3] = r3;
+        } else {
+            for (int k = 0; k < 4; ++k)
+                c[k] = Tr ? _mm_setr_ps(a(k, 0), a(k, 1), a(k, 2), a(k, 3))
+                          : _mm_setr_ps(a(0, k), a(1, k), a(2, k), a(3, k));
+        }
+    }
+
+    template <class XV, class YV>
+    void apply(const XV& x, const YV& y) const
+    {
+        const __m128 xs = unit_dense_view<XV> ? _mm_loadu_ps(&x[0]) : _mm_setr_ps(x[0], x[1], x[2], x[3]);
+        __m128 s = _mm_add_ps(_mm_setzero_ps(), _mm_mul_ps(c[0], _mm_shuffle_ps(xs, xs, 0x00)));
+        s = _mm_add_ps(s, _mm_mul_ps(c[1], _mm_shuffle_ps(xs, xs, 0x55)));
+        s = _mm_add_ps(s, _mm_mul_ps(c[2], _mm_shuffle_ps(xs, xs, 0xAA)));
+        s = _mm_add_ps(s, _mm_mul_ps(c[3], _mm_shuffle_ps(xs, xs, 0xFF)));
+        if constexpr (unit_dense_view<YV>) {
+            _mm_storeu_ps(&y[0], s);
+        } else {
+            alignas(16) float ys[4];
+            _mm_store_ps(ys, s);
+            y[0] = ys[0], y[1] = ys[1], y[2] = ys[2], y[3] = ys[3];
+        }
+    }
+};
+
+template <int N, bool Tr, class A, class X, class Y>
+void mv_fixed(int count, const A& a, const X& x, const Y& y)
+{
+    MvFixed<N, Tr, typename Y::Elem> m;
+    if (single_object(a)) {
+        m.load(a[0]);
+        for (int k = 0; k < count; ++k) m.apply(x[k], y[k]);
+    } else {
+        for (int k = 0; k < count; ++k) {
+            m.load(a[k]);
+            m.apply(x[k], y[k]);
+        }
+    }
+}
+
+// The matrix-vector kernel of every mv/tv member and description (the
+// description types pick contiguous, general-stride, pointer or list code).
+// w, h: the stored matrix.
+template <bool Tr>
+struct ownkelmMul_mv {
+    int w, h;
+    template <class A, class X, class Y>
+    kelStatus operator()(int count, const A& a, const X& x, const Y& y) const
+    {
+        if (w == h) switch (w) {
+            case 3: mv_fixed<3, Tr>(count, a, x, y); return kelOk;
+            case 4: mv_fixed<4, Tr>(count, a, x, y); return kelOk;
+            case 5: mv_fixed<5, Tr>(count, a, x, y); return kelOk;
+            case 6: mv_fixed<6, Tr>(count, a, x, y); return kelOk;
+            default: break;
+            }
+        mv_general<Tr>(count, a, x, y, Tr ? w : h, Tr ? h : w);
+        return kelOk;
+    }
+};
+
+// --- by constant ----------------------------------------------------------------
+
+struct MulOp {
+    template <class T>
+    static T apply(T a, T b) { return a * b; }
+};
+
+// 32f rows of order N: full vectors of four, then a pair, then a single.
+template <int N, bool Aligned>
+inline void scale_row32(const float* s, float* d, __m128 c)
+{
+    int j = 0;
+#pragma GCC unroll 2
+    for (; j + 4 <= N; j += 4) {
+        if (Aligned)
+            _mm_store_ps(d + j, _mm_mul_ps(_mm_load_ps(s + j), c));
+        else
+            _mm_storeu_ps(d + j, _mm_mul_ps(_mm_loadu_ps(s + j), c));
+    }
+    if constexpr (N % 4 >= 2) {
+        const __m128 v = _mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(s + j));
+        _mm_storel_pi(reinterpret_cast<__m64*>(d + j), _mm_mul_ps(v, c));
+        j += 2;
+    }
+    if constexpr (N % 2) _mm_store_ss(d + j, _mm_mul_ss(_mm_load_ss(s + j), c));
+}
+
+inline void scale_span32(const float* s, float* d, ptrdiff_t n, __m128 c)
+{
+    ptrdiff_t e = 0;
+    for (; e + 4 <= n; e += 4) _mm_storeu_ps(d + e, _mm_mul_ps(_mm_loadu_ps(s + e), c));
+    for (; e < n; ++e) _mm_store_ss(d + e, _mm_mul_ss(_mm_load_ss(s + e), c));
+}
+
+// The contiguous 32f kernel for square order N (3 to 6).  Bases, row and
+// object strides all multiples of 16 bytes take aligned loads and stores;
+// otherwise densely packed arrays are one span and anything else goes by
+// rows with unaligned accesses.
+template <int N>
+kelStatus mac32_fixed(const float* src, ptrdiff_t srcObj, ptrdiff_t srcRow, float val, float* dst, ptrdiff_t dstObj,
+                      ptrdiff_t dstRow, int count)
+{
+    const __m128 c = _mm_set1_ps(val);
+    const char* s = reinterpret_cast<const char*>(src);
+    char* d = reinterpret_cast<char*>(dst);
+    const bool aligned = ((reinterpret_cast<std::uintptr_t>(s) | reinterpret_cast<std::uintptr_t>(d) |
+                           std::uintptr_t(srcObj | srcRow | dstObj | dstRow)) & 15) == 0;
+    if (aligned) {
+        for (int k = 0; k < count; ++k, s += srcObj, d += dstObj)
+#pragma GCC unroll 6
+            for (int i = 0; i < N; ++i)
+                scale_row32<N, true>(reinterpret_cast<const float*>(s + i * srcRow),
+                                     reinterpret_cast<float*>(d + i * dstRow), c);
+        return kelOk;
+    }
+    constexpr ptrdiff_t row = N * 4, obj = N * N * 4;
+    if (srcRow == row && dstRow == row && ((srcObj == obj && dstObj == obj) || count == 1)) {
+        scale_span32(src, dst, ptrdiff_t(count) * N * N, c);
+        return kelOk;
+    }
+    for (int k = 0; k < count; ++k, s += srcObj, d += dstObj)
+#pragma GCC unroll 6
+        for (int i = 0; i < N; ++i)
+            scale_row32<N, false>(reinterpret_cast<const float*>(s + i * srcRow),
+                                  reinterpret_cast<float*>(d + i * dstRow), c);
+    return kelOk;
+}
+
+// The by-constant kernel of every mc, tc, vc member and description: h rows of
+// w elements of the result; the constant description is a Value, Values or
+// ValueList.
+struct ownkelmMul_mc {
+    int h, w;
+    template <class S, class C, class D>
+    kelStatus operator()(int count, const S& s, const C& c, const D& d) const
+    {
+        using T = typename D::Elem;
+        if constexpr (std::is_same_v<S, Strided<T, true>> && std::is_same_v<D, Strided<T, true>> &&
+                      std::is_same_v<C, Value<T>>) {
+            if constexpr (std::is_same_v<T, float>) {
+                if (h == w) switch (w) {
+#define KELM_MAC32(N) \
+    case N: return mac32_fixed<N>(reinterpret_cast<const float*>(s.base), s.obj, s.row, c.v, reinterpret_cast<float*>(d.base), d.obj, d.row, count);
+                    KELM_MAC32(3) KELM_MAC32(4) KELM_MAC32(5) KELM_MAC32(6)
+#undef KELM_MAC32
+                    default: break;
+                    }
+            }
+            // Densely packed objects: one run of count*h*w products.
+            const ptrdiff_t row = ptrdiff_t(w) * ptrdiff_t(sizeof(T)), obj = h * row;
+            const bool rowsDense = h == 1 || (s.row == row && d.row == row);
+            const bool objsDense = count == 1 || (s.obj == obj && d.obj == obj);
+            if (rowsDense && objsDense) {
+                const T* a = reinterpret_cast<const T*>(s.base);
+                T* b = reinterpret_cast<T*>(d.base);
+                const ptrdiff_t n = ptrdiff_t(count) * h * w;
+                for (ptrdiff_t e = 0; e < n; ++e) b[e] = a[e] * c.v;
+                return kelOk;
+            }
+        }
+        return ownkelm_elementwise<MulOp>(count, s, c, d, h, w);
+    }
+};
+
+// --- when an array goes parallel ------------------------------------------------
+
+// Thresholds by description and path: strided with unit element strides,
+// strided with general ones, list with unit / general, pointer.  Serial when
+// the work measure is at most the threshold.  The values differ between
+// members and paths on purpose (mac: 3500 on both strided paths, 1500 on the
+// general 32f list path).
+struct Limits {
+    int strided, stridedS2, list, listS2, pointer;
+};
+
+template <Form F>
+bool above(I32 work, const Limits& l, bool unitElems)
+{
+    if (F == Form::Strided) return work > (unitElems ? l.strided : l.stridedS2);
+    if (F == Form::List) return work > (unitElems ? l.list : l.listS2);
+    return work > l.pointer;
+}
+
+template <class T>
+constexpr Limits kMatVecLimits = {sizeof(T) == 4 ? 2500 : 3600, 1440, 3600, 1440, 1440};  // also vac
+template <class T>
+constexpr Limits kMacLimits = {3500, 3500, 3500, sizeof(T) == 4 ? 1500 : 3500, 1700};
+
+// vca and vaca make one test before the kernel choice: the same threshold
+// whatever the element strides.
+template <Form F>
+bool above_single_test(I32 work)
+{
+    return work > (F == Form::Strided ? 2100 : F == Form::List ? 1200 : 650);
+}
+
+// Work measures: elements read and written (a single constant not counted,
+// each constant of an array counted once), in wrapping signed 32-bit.
+inline I32 work_mva(int w, int h, int n) { return I32(w) * h + (I32(w) + h) * n; }
+template <bool Tr>
+I32 work_mav(int w, int h, int n)
+{
+    return Tr ? I32(w) * (I32(h) + 1) * n + h : I32(h) * (I32(w) + 1) * n + w;
+}
+inline I32 work_mava(int w, int h, int n) { return (I32(w) * (I32(h) + 1) + h) * n; }
+inline I32 work_vac(int len, int n) { return I32(2) * len * n; }
+inline I32 work_mac(int w, int h, int n) { return I32(2) * w * h * n; }
+inline I32 work_vca(int len, int n) { return I32(len) * n + len + n; }
+inline I32 work_vaca(int len, int n) { return I32(2) * len * n + n; }
+
+// --- serial run and parallel driver -----------------------------------------------
+
+// Runs the kernel on the calling thread: contiguous form when every element
+// stride of the call is the element size, else the general-stride form.
+template <class Kernel, class... D>
+kelStatus mul_serial(int count, const Kernel& kernel, const D&... d)
+{
+    return with_unit_strides([&](const auto&... x) { return kernel(count, x...); }, d...);
+}
+
+template <class Kernel, class... D>
+kelStatus mul_parallel(int count, const Kernel& kernel, const D&... d)
+{
+    return with_unit_strides([&](const auto&... x) { return split_over(count, kernel, x...); }, d...);
+}
+
+// Names a member's parallel driver: ownOMP_kelmMul_mva and the like.
+#define KELM_MUL_DRIVER(NAME)                                          \
+    template <class K, class... D>                                     \
+    kelStatus ownOMP_##NAME(int count, const K& kernel, const D&... d) \
+    {                                                                  \
+        return ::kelm::mul_parallel(count, kernel, d...);              \
+    }
+
+// An array entry's tail: the driver above the threshold, else the kernel.
+#define KELM_MUL_RUN(NAME, PARALLEL, KERNEL, ...)                                   \
+    {                                                                               \
+        const auto kernel_ = KERNEL;                                                \
+        if (PARALLEL) return ownOMP_##NAME(count, kernel_, __VA_ARGS__);            \
+        return ::kelm::mul_serial(count, kernel_, __VA_ARGS__);                     \
+    }
+
+}  // namespace kelm
