@@ -10,7 +10,7 @@
 // the constant, so any order of work gives the same bits.
 #pragma once
 
-#include <xmmintrin.h>
+#include <emmintrin.h>
 
 #include <cstdint>
 #include <type_traits>
@@ -92,6 +92,40 @@ struct MvFixed {
 #pragma GCC unroll 8
         for (int i = 0; i < N; ++i) y[i] = ys[i];
     }
+
+    // One matrix read straight from memory (no copy), for arrays of matrices.
+    template <class V, class XV, class YV>
+    static void direct(const V& a, const XV& x, const YV& y)
+    {
+        if constexpr (N == 4 && !Tr && std::is_same_v<T, double> && unit_dense_view<V> && unit_dense_view<XV> &&
+                      unit_dense_view<YV>) {
+            // Two result rows at a time: the products of a row pair, paired
+            // by column, are added in ascending column order.
+            const __m128d xa = _mm_loadu_pd(&x[0]), xb = _mm_loadu_pd(&x[2]);
+            for (int i = 0; i < 4; i += 2) {
+                const __m128d pa = _mm_mul_pd(_mm_loadu_pd(&a(i, 0)), xa), qa = _mm_mul_pd(_mm_loadu_pd(&a(i + 1, 0)), xa);
+                const __m128d pb = _mm_mul_pd(_mm_loadu_pd(&a(i, 2)), xb), qb = _mm_mul_pd(_mm_loadu_pd(&a(i + 1, 2)), xb);
+                __m128d t = _mm_add_pd(_mm_setzero_pd(), _mm_unpacklo_pd(pa, qa));
+                t = _mm_add_pd(t, _mm_unpackhi_pd(pa, qa));
+                t = _mm_add_pd(t, _mm_unpacklo_pd(pb, qb));
+                _mm_storeu_pd(&y[i], _mm_add_pd(t, _mm_unpackhi_pd(pb, qb)));
+            }
+            return;
+        }
+        T xs[N];
+#pragma GCC unroll 8
+        for (int k = 0; k < N; ++k) xs[k] = x[k];
+        T ys[N];
+#pragma GCC unroll 8
+        for (int i = 0; i < N; ++i) {
+            T s = T(0);
+#pragma GCC unroll 8
+            for (int k = 0; k < N; ++k) s = s + (Tr ? a(k, i) : a(i, k)) * xs[k];
+            ys[i] = s;
+        }
+#pragma GCC unroll 8
+        for (int i = 0; i < N; ++i) y[i] = ys[i];
+    }
 };
 
 // 32f order 4: four result rows at a time, one column of op(A) per product,
@@ -131,20 +165,143 @@ struct MvFixed<4, Tr, float> {
             y[0] = ys[0], y[1] = ys[1], y[2] = ys[2], y[3] = ys[3];
         }
     }
+
+    template <class V, class XV, class YV>
+    static void direct(const V& a, const XV& x, const YV& y)
+    {
+        MvFixed m;
+        m.load(a);
+        m.apply(x, y);
+    }
 };
+
+// 32f order 3: as order 4 with three lanes in use; the fourth lane is zero
+// and never stored.
+template <bool Tr>
+struct MvFixed<3, Tr, float> {
+    __m128 c[3];  // lane i of c[k] = op(A)(i, k)
+
+    template <class V>
+    static __m128 row(const V& a, int i)
+    {
+        if constexpr (unit_dense_view<V>) {
+            const float* p = &a(i, 0);
+            return _mm_movelh_ps(_mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(p)), _mm_load_ss(p + 2));
+        } else {
+            return _mm_setr_ps(a(i, 0), a(i, 1), a(i, 2), 0.0f);
+        }
+    }
+
+    template <class V>
+    void load(const V& a)
+    {
+        __m128 r0 = row(a, 0), r1 = row(a, 1), r2 = row(a, 2);
+        if (!Tr) {
+            __m128 r3 = _mm_setzero_ps();
+            _MM_TRANSPOSE4_PS(r0, r1, r2, r3);
+        }
+        c[0] = r0, c[1] = r1, c[2] = r2;
+    }
+
+    template <class XV, class YV>
+    void apply(const XV& x, const YV& y) const
+    {
+        const float x0 = x[0], x1 = x[1], x2 = x[2];
+        __m128 s = _mm_add_ps(_mm_setzero_ps(), _mm_mul_ps(c[0], _mm_set1_ps(x0)));
+        s = _mm_add_ps(s, _mm_mul_ps(c[1], _mm_set1_ps(x1)));
+        s = _mm_add_ps(s, _mm_mul_ps(c[2], _mm_set1_ps(x2)));
+        if constexpr (unit_dense_view<YV>) {
+            _mm_storel_pi(reinterpret_cast<__m64*>(&y[0]), s);
+            _mm_store_ss(&y[2], _mm_movehl_ps(s, s));
+        } else {
+            alignas(16) float ys[4];
+            _mm_store_ps(ys, s);
+            y[0] = ys[0], y[1] = ys[1], y[2] = ys[2];
+        }
+    }
+
+    template <class V, class XV, class YV>
+    static void direct(const V& a, const XV& x, const YV& y)
+    {
+        MvFixed m;
+        m.load(a);
+        m.apply(x, y);
+    }
+};
+
+// 32f order 3 on densely packed arrays, four objects at a time: the objects
+// are turned into lanes (lane t holds object t), each result element keeps
+// its own sum from zero in ascending k.  aStep is 0 for one matrix, else 9.
+template <int I0, int I1, int I2, int I3>
+inline __m128 lanes(__m128 a, __m128 b)
+{
+    return _mm_shuffle_ps(a, b, I0 | (I1 << 2) | (I2 << 4) | (I3 << 6));
+}
+
+template <bool Tr>
+void mv3_dense32(int count, const float* a, ptrdiff_t aStep, const float* x, float* y)
+{
+    __m128 m[9];  // m[i*3+j]: element (i, j) of the stored matrix of each lane's object
+    const auto load_matrices = [&](const float* p) {
+        __m128 q0 = _mm_loadu_ps(p), q1 = _mm_loadu_ps(p + aStep), q2 = _mm_loadu_ps(p + 2 * aStep),
+               q3 = _mm_loadu_ps(p + 3 * aStep);
+        _MM_TRANSPOSE4_PS(q0, q1, q2, q3);
+        m[0] = q0, m[1] = q1, m[2] = q2, m[3] = q3;
+        q0 = _mm_loadu_ps(p + 4), q1 = _mm_loadu_ps(p + aStep + 4), q2 = _mm_loadu_ps(p + 2 * aStep + 4),
+        q3 = _mm_loadu_ps(p + 3 * aStep + 4);
+        _MM_TRANSPOSE4_PS(q0, q1, q2, q3);
+        m[4] = q0, m[5] = q1, m[6] = q2, m[7] = q3;
+        m[8] = _mm_setr_ps(p[8], p[aStep + 8], p[2 * aStep + 8], p[3 * aStep + 8]);
+    };
+    if (aStep == 0)
+        for (int e = 0; e < 9; ++e) m[e] = _mm_set1_ps(a[e]);
+    int k = 0;
+    for (; k + 4 <= count; k += 4, x += 12, y += 12) {
+        if (aStep) {
+            load_matrices(a);
+            a += 4 * aStep;
+        }
+        const __m128 v0 = _mm_loadu_ps(x), v1 = _mm_loadu_ps(x + 4), v2 = _mm_loadu_ps(x + 8);
+        const __m128 x0 = lanes<0, 3, 0, 2>(v0, lanes<2, 0, 1, 0>(v1, v2));
+        const __m128 x1 = lanes<0, 2, 0, 2>(lanes<1, 0, 0, 0>(v0, v1), lanes<3, 0, 2, 0>(v1, v2));
+        const __m128 x2 = lanes<0, 2, 0, 3>(lanes<2, 0, 1, 0>(v0, v1), v2);
+        __m128 r[3];
+        for (int i = 0; i < 3; ++i) {
+            const __m128 c0 = m[Tr ? i : 3 * i], c1 = m[Tr ? 3 + i : 3 * i + 1], c2 = m[Tr ? 6 + i : 3 * i + 2];
+            __m128 t = _mm_add_ps(_mm_setzero_ps(), _mm_mul_ps(c0, x0));
+            t = _mm_add_ps(t, _mm_mul_ps(c1, x1));
+            r[i] = _mm_add_ps(t, _mm_mul_ps(c2, x2));
+        }
+        _mm_storeu_ps(y, lanes<0, 2, 0, 2>(lanes<0, 0, 0, 0>(r[0], r[1]), lanes<0, 0, 1, 0>(r[2], r[0])));
+        _mm_storeu_ps(y + 4, lanes<0, 2, 0, 2>(lanes<1, 0, 1, 0>(r[1], r[2]), lanes<2, 0, 2, 0>(r[0], r[1])));
+        _mm_storeu_ps(y + 8, lanes<0, 2, 0, 2>(lanes<2, 0, 3, 0>(r[2], r[0]), lanes<3, 0, 3, 0>(r[1], r[2])));
+    }
+    MvFixed<3, Tr, float> rest;
+    if (aStep == 0) rest.load(DenseView<float, true>{bytes(a), 12, 4});
+    for (; k < count; ++k, a += aStep, x += 3, y += 3) {
+        if (aStep) rest.load(DenseView<float, true>{bytes(a), 12, 4});
+        rest.apply(DenseView<float, true>{bytes(x), 0, 4}, DenseView<float, true>{bytes(y), 0, 4});
+    }
+}
 
 template <int N, bool Tr, class A, class X, class Y>
 void mv_fixed(int count, const A& a, const X& x, const Y& y)
 {
-    MvFixed<N, Tr, typename Y::Elem> m;
+    using T = typename Y::Elem;
+    if constexpr (N == 3 && std::is_same_v<T, float> && std::is_same_v<A, Strided<T, true>> &&
+                  std::is_same_v<X, Strided<T, true>> && std::is_same_v<Y, Strided<T, true>>) {
+        if (a.row == 12 && (a.obj == 0 || a.obj == 36) && x.obj == 12 && y.obj == 12) {
+            mv3_dense32<Tr>(count, reinterpret_cast<const float*>(a.base), a.obj / 4,
+                            reinterpret_cast<const float*>(x.base), reinterpret_cast<float*>(y.base));
+            return;
+        }
+    }
+    MvFixed<N, Tr, T> m;
     if (single_object(a)) {
         m.load(a[0]);
         for (int k = 0; k < count; ++k) m.apply(x[k], y[k]);
     } else {
-        for (int k = 0; k < count; ++k) {
-            m.load(a[k]);
-            m.apply(x[k], y[k]);
-        }
+        for (int k = 0; k < count; ++k) MvFixed<N, Tr, T>::direct(a[k], x[k], y[k]);
     }
 }
 
@@ -199,9 +356,44 @@ inline void scale_row32(const float* s, float* d, __m128 c)
 inline void scale_span32(const float* s, float* d, ptrdiff_t n, __m128 c)
 {
     ptrdiff_t e = 0;
-    for (; e + 4 <= n; e += 4) _mm_storeu_ps(d + e, _mm_mul_ps(_mm_loadu_ps(s + e), c));
+    // Single products up to an aligned destination, then four at a time.
+    for (; e < n && (reinterpret_cast<std::uintptr_t>(d + e) & 15) != 0; ++e)
+        _mm_store_ss(d + e, _mm_mul_ss(_mm_load_ss(s + e), c));
+    if ((reinterpret_cast<std::uintptr_t>(s + e) & 15) == 0) {
+        for (; e + 8 <= n; e += 8) {
+            _mm_store_ps(d + e, _mm_mul_ps(_mm_load_ps(s + e), c));
+            _mm_store_ps(d + e + 4, _mm_mul_ps(_mm_load_ps(s + e + 4), c));
+        }
+    } else {
+        for (; e + 8 <= n; e += 8) {
+            _mm_store_ps(d + e, _mm_mul_ps(_mm_loadu_ps(s + e), c));
+            _mm_store_ps(d + e + 4, _mm_mul_ps(_mm_loadu_ps(s + e + 4), c));
+        }
+    }
     for (; e < n; ++e) _mm_store_ss(d + e, _mm_mul_ss(_mm_load_ss(s + e), c));
 }
+
+inline void scale_span64(const double* s, double* d, ptrdiff_t n, double val)
+{
+    const __m128d c = _mm_set1_pd(val);
+    ptrdiff_t e = 0;
+    if (n > 0 && (reinterpret_cast<std::uintptr_t>(d) & 15) != 0) d[0] = s[0] * val, e = 1;
+    if ((reinterpret_cast<std::uintptr_t>(s + e) & 15) == 0) {
+        for (; e + 4 <= n; e += 4) {
+            _mm_store_pd(d + e, _mm_mul_pd(_mm_load_pd(s + e), c));
+            _mm_store_pd(d + e + 2, _mm_mul_pd(_mm_load_pd(s + e + 2), c));
+        }
+    } else {
+        for (; e + 4 <= n; e += 4) {
+            _mm_store_pd(d + e, _mm_mul_pd(_mm_loadu_pd(s + e), c));
+            _mm_store_pd(d + e + 2, _mm_mul_pd(_mm_loadu_pd(s + e + 2), c));
+        }
+    }
+    for (; e < n; ++e) d[e] = s[e] * val;
+}
+
+inline void scale_span(const float* s, float* d, ptrdiff_t n, float val) { scale_span32(s, d, n, _mm_set1_ps(val)); }
+inline void scale_span(const double* s, double* d, ptrdiff_t n, double val) { scale_span64(s, d, n, val); }
 
 // The contiguous 32f kernel for square order N (3 to 6).  Bases, row and
 // object strides all multiples of 16 bytes take aligned loads and stores;
@@ -262,10 +454,8 @@ struct ownkelmMul_mc {
             const bool rowsDense = h == 1 || (s.row == row && d.row == row);
             const bool objsDense = count == 1 || (s.obj == obj && d.obj == obj);
             if (rowsDense && objsDense) {
-                const T* a = reinterpret_cast<const T*>(s.base);
-                T* b = reinterpret_cast<T*>(d.base);
-                const ptrdiff_t n = ptrdiff_t(count) * h * w;
-                for (ptrdiff_t e = 0; e < n; ++e) b[e] = a[e] * c.v;
+                scale_span(reinterpret_cast<const T*>(s.base), reinterpret_cast<T*>(d.base), ptrdiff_t(count) * h * w,
+                           c.v);
                 return kelOk;
             }
         }

@@ -335,7 +335,7 @@ TEST(MulByConstant, AlignedAndUnalignedPathsAgree32f)
     for (int n = 3; n <= 6; ++n) {
         const int count = 5, row = (n * 4 + 15) / 16 * 16;  // padded rows: every row 16-byte aligned
         for (const auto& layout : {std::pair<int, int>{row, n * row}, {n * 4, n * n * 4}, {row + 4, n * (row + 4)}})
-            for (int offset : {0, 4}) {
+            for (int offset : {0, 4, 8, 12}) {
                 const int rs = layout.first, os = layout.second;
                 alignas(16) float src[6 * 32 * 5 + 8], dst[6 * 32 * 5 + 8], ref[6 * 32 * 5 + 8];
                 for (std::size_t e = 0; e < std::size(src); ++e) src[e] = float(int(e % 23) - 11) / 8.0f;
@@ -357,6 +357,26 @@ TEST(MulByConstant, AlignedAndUnalignedPathsAgree32f)
                 EXPECT_EQ(std::memcmp(dst, ref, sizeof dst), 0);
             }
     }
+}
+
+// Densely packed 64f arrays are one run of products whatever the alignment
+// of source and destination.
+TEST(MulByConstant, DenseRunsAtAnyAlignment64f)
+{
+    for (int n : {1, 3, 4, 5})
+        for (int srcOff : {0, 1})
+            for (int dstOff : {0, 1}) {
+                const int count = 7, elems = n * n * count;
+                alignas(16) double src[5 * 5 * 7 + 2], dst[5 * 5 * 7 + 2];
+                for (int e = 0; e < elems + 1; ++e) src[e] = double(e % 13) - 6.5, dst[e] = -99.0;
+                dst[elems + 1] = -99.0;
+                const double* s = src + srcOff;
+                double* d = dst + dstOff;
+                ASSERT_EQ(kelmMul_mac_64f(s, n * n * 8, n * 8, 8, -0.75, d, n * n * 8, n * 8, 8, n, n, count), kelOk);
+                for (int e = 0; e < elems; ++e) ASSERT_TRUE(kt::same_bits(d[e], s[e] * -0.75)) << n << " " << e;
+                EXPECT_EQ(dst[dstOff ? 0 : elems], -99.0);
+                EXPECT_EQ(dst[elems + 1], -99.0);
+            }
 }
 
 TEST(MulByConstant, ExportedGeneralStrideAndPointerKernels32f)
@@ -386,7 +406,7 @@ TEST(MulParallel, ArraysAboveTheThresholdsMatchTheReference)
     kt::Threads two(2);
     for (Desc f : kAllForms) {
         for (Mv kind : {Mv::mva, Mv::mav, Mv::mava})
-            for (auto wh : {std::pair<int, int>{4, 4}, {3, 5}}) {
+            for (auto wh : {std::pair<int, int>{3, 3}, {4, 4}, {3, 5}}) {
                 MvCall<float> c(kind, false, f, wh.first, wh.second, wh.first, 801);
                 ASSERT_EQ(c.run(), kelOk);
                 c.expect_results();
