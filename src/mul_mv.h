@@ -169,9 +169,21 @@ struct MvFixed<4, Tr, float> {
     template <class V, class XV, class YV>
     static void direct(const V& a, const XV& x, const YV& y)
     {
-        MvFixed m;
-        m.load(a);
-        m.apply(x, y);
+        if constexpr (!Tr && unit_dense_view<V> && unit_dense_view<XV> && unit_dense_view<YV>) {
+            // The products of each row, turned so that lane i holds row i.
+            const __m128 xs = _mm_loadu_ps(&x[0]);
+            __m128 p0 = _mm_mul_ps(_mm_loadu_ps(&a(0, 0)), xs), p1 = _mm_mul_ps(_mm_loadu_ps(&a(1, 0)), xs);
+            __m128 p2 = _mm_mul_ps(_mm_loadu_ps(&a(2, 0)), xs), p3 = _mm_mul_ps(_mm_loadu_ps(&a(3, 0)), xs);
+            _MM_TRANSPOSE4_PS(p0, p1, p2, p3);
+            __m128 s = _mm_add_ps(_mm_setzero_ps(), p0);
+            s = _mm_add_ps(s, p1);
+            s = _mm_add_ps(s, p2);
+            _mm_storeu_ps(&y[0], _mm_add_ps(s, p3));
+        } else {
+            MvFixed m;
+            m.load(a);
+            m.apply(x, y);
+        }
     }
 };
 
