@@ -296,6 +296,40 @@ void mv3_dense32(int count, const float* a, ptrdiff_t aStep, const float* x, flo
     }
 }
 
+// One 32f 3x3 matrix times densely packed 3-vectors, four at a time, the
+// results formed directly in memory order: lane l of output block b is
+// result element (object, row) = ((4b + l) / 3, (4b + l) % 3), so each
+// block multiplies fixed coefficient vectors with lanes picked from x.
+template <bool Tr>
+void mv3_single_dense32(int count, const float* a, const float* x, float* y)
+{
+    const auto at = [&](int i, int j) { return Tr ? a[j * 3 + i] : a[i * 3 + j]; };  // op(A)(i, j)
+    __m128 c[3][3];  // c[b][j]: coefficients of term j in output block b
+    for (int b = 0; b < 3; ++b)
+        for (int j = 0; j < 3; ++j)
+            c[b][j] = _mm_setr_ps(at((4 * b) % 3, j), at((4 * b + 1) % 3, j), at((4 * b + 2) % 3, j),
+                                  at((4 * b + 3) % 3, j));
+    const auto sum = [](const __m128* cb, __m128 t0, __m128 t1, __m128 t2) {
+        __m128 s = _mm_add_ps(_mm_setzero_ps(), _mm_mul_ps(cb[0], t0));
+        s = _mm_add_ps(s, _mm_mul_ps(cb[1], t1));
+        return _mm_add_ps(s, _mm_mul_ps(cb[2], t2));
+    };
+    int k = 0;
+    for (; k + 4 <= count; k += 4, x += 12, y += 12) {
+        const __m128 v0 = _mm_loadu_ps(x), v1 = _mm_loadu_ps(x + 4), v2 = _mm_loadu_ps(x + 8);
+        const __m128 a1 = lanes<1, 1, 0, 0>(v0, v1), a2 = lanes<2, 2, 1, 1>(v0, v1);
+        const __m128 b0 = lanes<2, 2, 1, 1>(v1, v2), b1 = lanes<3, 3, 2, 2>(v1, v2);
+        _mm_storeu_ps(y, sum(c[0], lanes<0, 0, 0, 3>(v0, v0), lanes<0, 1, 1, 2>(a1, a1), lanes<0, 1, 1, 2>(a2, a2)));
+        _mm_storeu_ps(y + 4, sum(c[1], lanes<3, 3, 2, 2>(v0, v1), lanes<0, 0, 3, 3>(v1, v1), lanes<1, 1, 0, 0>(v1, v2)));
+        _mm_storeu_ps(y + 8, sum(c[2], lanes<0, 2, 2, 2>(b0, b0), lanes<0, 2, 2, 2>(b1, b1), lanes<0, 3, 3, 3>(v2, v2)));
+    }
+    MvFixed<3, Tr, float> rest;
+    rest.load(DenseView<float, true>{bytes(a), 12, 4});
+    for (; k < count; ++k, x += 3, y += 3)
+        rest.apply(DenseView<float, true>{bytes(x), 0, 4}, DenseView<float, true>{bytes(y), 0, 4});
+}
+
+
 template <int N, bool Tr, class A, class X, class Y>
 void mv_fixed(int count, const A& a, const X& x, const Y& y)
 {
@@ -303,8 +337,12 @@ void mv_fixed(int count, const A& a, const X& x, const Y& y)
     if constexpr (N == 3 && std::is_same_v<T, float> && std::is_same_v<A, Strided<T, true>> &&
                   std::is_same_v<X, Strided<T, true>> && std::is_same_v<Y, Strided<T, true>>) {
         if (a.row == 12 && (a.obj == 0 || a.obj == 36) && x.obj == 12 && y.obj == 12) {
-            mv3_dense32<Tr>(count, reinterpret_cast<const float*>(a.base), a.obj / 4,
-                            reinterpret_cast<const float*>(x.base), reinterpret_cast<float*>(y.base));
+            if (a.obj == 0)
+                mv3_single_dense32<Tr>(count, reinterpret_cast<const float*>(a.base),
+                                       reinterpret_cast<const float*>(x.base), reinterpret_cast<float*>(y.base));
+            else
+                mv3_dense32<Tr>(count, reinterpret_cast<const float*>(a.base), 9,
+                                reinterpret_cast<const float*>(x.base), reinterpret_cast<float*>(y.base));
             return;
         }
     }

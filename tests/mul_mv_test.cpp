@@ -132,7 +132,7 @@ void check_matrix_vector_sizes()
                     for (int h = 1; h <= 7; ++h) {
                         SCOPED_TRACE(testing::Message() << (tr ? "t" : "m") << name(kind) + 1 << " " << kt::type_name<T>()
                                                         << " " << kt::name(f) << " w " << w << " h " << h);
-                        MvCall<T> c(kind, tr, f, w, h, tr ? h : w, 3, unsigned(w * 8 + h));
+                        MvCall<T> c(kind, tr, f, w, h, tr ? h : w, 6, unsigned(w * 8 + h));  // 6: a block of four and two more
                         const auto a = c.A.snapshot(), x = c.X.snapshot();
                         ASSERT_EQ(c.run(), kelOk);
                         c.expect_results();
