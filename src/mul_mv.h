@@ -20,9 +20,6 @@
 
 namespace kelm {
 
-template <class T, class... I>
-bool unit_elems(I... elem) { return ((elem == int(sizeof(T))) && ...); }
-
 // A single matrix given in a strided or pointer form has object stride 0.
 template <class A>
 bool single_object(const A& a)
@@ -241,9 +238,9 @@ struct MvFixed<3, Tr, float> {
     }
 };
 
-// 32f order 3 on densely packed arrays, four objects at a time: the objects
-// are turned into lanes (lane t holds object t), each result element keeps
-// its own sum from zero in ascending k.  aStep is 0 for one matrix, else 9.
+// 32f order 3 on densely packed arrays of matrices and vectors, four objects
+// at a time: the objects are turned into lanes (lane t holds object t), each
+// result element keeps its own sum from zero in ascending k.
 template <int I0, int I1, int I2, int I3>
 inline __m128 lanes(__m128 a, __m128 b)
 {
@@ -251,8 +248,9 @@ inline __m128 lanes(__m128 a, __m128 b)
 }
 
 template <bool Tr>
-void mv3_dense32(int count, const float* a, ptrdiff_t aStep, const float* x, float* y)
+void mv3_dense32(int count, const float* a, const float* x, float* y)
 {
+    constexpr int aStep = 9;
     __m128 m[9];  // m[i*3+j]: element (i, j) of the stored matrix of each lane's object
     const auto load_matrices = [&](const float* p) {
         __m128 q0 = _mm_loadu_ps(p), q1 = _mm_loadu_ps(p + aStep), q2 = _mm_loadu_ps(p + 2 * aStep),
@@ -265,14 +263,10 @@ void mv3_dense32(int count, const float* a, ptrdiff_t aStep, const float* x, flo
         m[4] = q0, m[5] = q1, m[6] = q2, m[7] = q3;
         m[8] = _mm_setr_ps(p[8], p[aStep + 8], p[2 * aStep + 8], p[3 * aStep + 8]);
     };
-    if (aStep == 0)
-        for (int e = 0; e < 9; ++e) m[e] = _mm_set1_ps(a[e]);
     int k = 0;
     for (; k + 4 <= count; k += 4, x += 12, y += 12) {
-        if (aStep) {
-            load_matrices(a);
-            a += 4 * aStep;
-        }
+        load_matrices(a);
+        a += 4 * aStep;
         const __m128 v0 = _mm_loadu_ps(x), v1 = _mm_loadu_ps(x + 4), v2 = _mm_loadu_ps(x + 8);
         const __m128 x0 = lanes<0, 3, 0, 2>(v0, lanes<2, 0, 1, 0>(v1, v2));
         const __m128 x1 = lanes<0, 2, 0, 2>(lanes<1, 0, 0, 0>(v0, v1), lanes<3, 0, 2, 0>(v1, v2));
@@ -288,12 +282,9 @@ void mv3_dense32(int count, const float* a, ptrdiff_t aStep, const float* x, flo
         _mm_storeu_ps(y + 4, lanes<0, 2, 0, 2>(lanes<1, 0, 1, 0>(r[1], r[2]), lanes<2, 0, 2, 0>(r[0], r[1])));
         _mm_storeu_ps(y + 8, lanes<0, 2, 0, 2>(lanes<2, 0, 3, 0>(r[2], r[0]), lanes<3, 0, 3, 0>(r[1], r[2])));
     }
-    MvFixed<3, Tr, float> rest;
-    if (aStep == 0) rest.load(DenseView<float, true>{bytes(a), 12, 4});
-    for (; k < count; ++k, a += aStep, x += 3, y += 3) {
-        if (aStep) rest.load(DenseView<float, true>{bytes(a), 12, 4});
-        rest.apply(DenseView<float, true>{bytes(x), 0, 4}, DenseView<float, true>{bytes(y), 0, 4});
-    }
+    for (; k < count; ++k, a += aStep, x += 3, y += 3)
+        MvFixed<3, Tr, float>::direct(DenseView<float, true>{bytes(a), 12, 4}, DenseView<float, true>{bytes(x), 0, 4},
+                                      DenseView<float, true>{bytes(y), 0, 4});
 }
 
 // One 32f 3x3 matrix times densely packed 3-vectors, four at a time, the
@@ -341,8 +332,8 @@ void mv_fixed(int count, const A& a, const X& x, const Y& y)
                 mv3_single_dense32<Tr>(count, reinterpret_cast<const float*>(a.base),
                                        reinterpret_cast<const float*>(x.base), reinterpret_cast<float*>(y.base));
             else
-                mv3_dense32<Tr>(count, reinterpret_cast<const float*>(a.base), 9,
-                                reinterpret_cast<const float*>(x.base), reinterpret_cast<float*>(y.base));
+                mv3_dense32<Tr>(count, reinterpret_cast<const float*>(a.base), reinterpret_cast<const float*>(x.base),
+                                reinterpret_cast<float*>(y.base));
             return;
         }
     }

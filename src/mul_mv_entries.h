@@ -67,7 +67,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
                        (0));                                                                                   \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::Strided>(work_mva(src1Width, src1Height, count), kMatVecLimits<T>,            \
-                                          unit_elems<T>(src1ElemStride, src2ElemStride, dstElemStride)),       \
+                                          unit_strides<T>(src1ElemStride, src2ElemStride, dstElemStride)),       \
                      KELM_MV_KERNEL(TR), mat(src1, src1RowStride, src1ElemStride),                                 \
                      vecs(src2, src2ObjStride, src2ElemStride), vecs(dst, dstObjStride, dstElemStride))        \
     }                                                                                                          \
@@ -90,7 +90,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
         KELM_MV_CHECKS(T, TR, (src1RowStride, src1ElemStride, src2ElemStride, dstElemStride), (src2ObjShift, dstObjShift)); \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::List>(work_mva(src1Width, src1Height, count), kMatVecLimits<T>,               \
-                                       unit_elems<T>(src1ElemStride, src2ElemStride, dstElemStride)),          \
+                                       unit_strides<T>(src1ElemStride, src2ElemStride, dstElemStride)),          \
                      KELM_MV_KERNEL(TR), mat(src1, src1RowStride, src1ElemStride),                                 \
                      list(src2, src2ObjShift, 0, src2ElemStride), list(dst, dstObjShift, 0, dstElemStride))    \
     }
@@ -107,7 +107,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
                        (0));                                                                                   \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::Strided>(work_mav<TR>(src1Width, src1Height, count), kMatVecLimits<T>,        \
-                                          unit_elems<T>(src1ElemStride, src2ElemStride, dstElemStride)),       \
+                                          unit_strides<T>(src1ElemStride, src2ElemStride, dstElemStride)),       \
                      KELM_MV_KERNEL(TR), mats(src1, src1ObjStride, src1RowStride, src1ElemStride),                 \
                      vec(src2, src2ElemStride), vecs(dst, dstObjStride, dstElemStride))                        \
     }                                                                                                          \
@@ -131,7 +131,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
         KELM_MV_CHECKS(T, TR, (src1RowStride, src1ElemStride, src2ElemStride, dstElemStride), (src1ObjShift, dstObjShift)); \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::List>(work_mav<TR>(src1Width, src1Height, count), kMatVecLimits<T>,           \
-                                       unit_elems<T>(src1ElemStride, src2ElemStride, dstElemStride)),          \
+                                       unit_strides<T>(src1ElemStride, src2ElemStride, dstElemStride)),          \
                      KELM_MV_KERNEL(TR), list(src1, src1ObjShift, src1RowStride, src1ElemStride),                  \
                      vec(src2, src2ElemStride), list(dst, dstObjShift, 0, dstElemStride))                      \
     }
@@ -149,7 +149,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
                        (0));                                                                                   \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::Strided>(work_mava(src1Width, src1Height, count), kMatVecLimits<T>,           \
-                                          unit_elems<T>(src1ElemStride, src2ElemStride, dstElemStride)),       \
+                                          unit_strides<T>(src1ElemStride, src2ElemStride, dstElemStride)),       \
                      KELM_MV_KERNEL(TR), mats(src1, src1ObjStride, src1RowStride, src1ElemStride),                 \
                      vecs(src2, src2ObjStride, src2ElemStride), vecs(dst, dstObjStride, dstElemStride))        \
     }                                                                                                          \
@@ -174,7 +174,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
                        (src1ObjShift, src2ObjShift, dstObjShift));                                             \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::List>(work_mava(src1Width, src1Height, count), kMatVecLimits<T>,              \
-                                       unit_elems<T>(src1ElemStride, src2ElemStride, dstElemStride)),          \
+                                       unit_strides<T>(src1ElemStride, src2ElemStride, dstElemStride)),          \
                      KELM_MV_KERNEL(TR), list(src1, src1ObjShift, src1RowStride, src1ElemStride),                  \
                      list(src2, src2ObjShift, 0, src2ElemStride), list(dst, dstObjShift, 0, dstElemStride))    \
     }
@@ -214,7 +214,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
                                dstElemStride));                                                                \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::Strided>(work_mac(width, height, count), kMacLimits<T>,                       \
-                                          unit_elems<T>(srcElemStride, dstElemStride)),                        \
+                                          unit_strides<T>(srcElemStride, dstElemStride)),                        \
                      (ownkelmMul_mc{height, width}), orient<TR>(mats(src, srcObjStride, srcRowStride, srcElemStride)), \
                      Value<T>{val}, mats(dst, dstObjStride, dstRowStride, dstElemStride))                      \
     }                                                                                                          \
@@ -239,7 +239,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
                     shifts<T>(srcObjShift, dstObjShift));                                                      \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::List>(work_mac(width, height, count), kMacLimits<T>,                          \
-                                       unit_elems<T>(srcElemStride, dstElemStride)),                           \
+                                       unit_strides<T>(srcElemStride, dstElemStride)),                           \
                      (ownkelmMul_mc{height, width}), orient<TR>(list(src, srcObjShift, srcRowStride, srcElemStride)), \
                      Value<T>{val}, list(dst, dstObjShift, dstRowStride, dstElemStride))                       \
     }
@@ -274,7 +274,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
                     strides<T>(srcObjStride, srcElemStride, dstObjStride, dstElemStride));                    \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::Strided>(work_vac(len, count), kMatVecLimits<T>,                              \
-                                          unit_elems<T>(srcElemStride, dstElemStride)),                        \
+                                          unit_strides<T>(srcElemStride, dstElemStride)),                        \
                      KELM_VC_KERNEL, vecs(src, srcObjStride, srcElemStride), Value<T>{val},                    \
                      vecs(dst, dstObjStride, dstElemStride))                                                   \
     }                                                                                                          \
@@ -296,7 +296,7 @@ int result_len(int w, int h) { return Tr ? w : h; }
                     shifts<T>(srcObjShift, dstObjShift));                                                      \
         KELM_MUL_RUN(NAME,                                                                                     \
                      above<Form::List>(work_vac(len, count), kMatVecLimits<T>,                                 \
-                                       unit_elems<T>(srcElemStride, dstElemStride)),                           \
+                                       unit_strides<T>(srcElemStride, dstElemStride)),                           \
                      KELM_VC_KERNEL, list(src, srcObjShift, 0, srcElemStride), Value<T>{val},                  \
                      list(dst, dstObjShift, 0, dstElemStride))                                                 \
     }
