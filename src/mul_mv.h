@@ -437,9 +437,9 @@ inline void scale_span(const float* s, float* d, ptrdiff_t n, float val) { scale
 inline void scale_span(const double* s, double* d, ptrdiff_t n, double val) { scale_span64(s, d, n, val); }
 
 // The contiguous 32f kernel for square order N (3 to 6).  Bases, row and
-// object strides all multiples of 16 bytes take aligned loads and stores;
-// otherwise densely packed arrays are one span and anything else goes by
-// rows with unaligned accesses.
+// object strides all multiples of 16 bytes take aligned loads and stores,
+// anything else unaligned ones; densely packed arrays are one run either way
+// (the run aligns itself to the destination).
 template <int N>
 kelStatus mac32_fixed(const float* src, ptrdiff_t srcObj, ptrdiff_t srcRow, float val, float* dst, ptrdiff_t dstObj,
                       ptrdiff_t dstRow, int count)
@@ -449,14 +449,6 @@ kelStatus mac32_fixed(const float* src, ptrdiff_t srcObj, ptrdiff_t srcRow, floa
     char* d = reinterpret_cast<char*>(dst);
     const bool aligned = ((reinterpret_cast<std::uintptr_t>(s) | reinterpret_cast<std::uintptr_t>(d) |
                            std::uintptr_t(srcObj | srcRow | dstObj | dstRow)) & 15) == 0;
-    if (aligned) {
-        for (int k = 0; k < count; ++k, s += srcObj, d += dstObj)
-#pragma GCC unroll 6
-            for (int i = 0; i < N; ++i)
-                scale_row32<N, true>(reinterpret_cast<const float*>(s + i * srcRow),
-                                     reinterpret_cast<float*>(d + i * dstRow), c);
-        return kelOk;
-    }
     constexpr ptrdiff_t row = N * 4, obj = N * N * 4;
     if (srcRow == row && dstRow == row && ((srcObj == obj && dstObj == obj) || count == 1)) {
         scale_span32(src, dst, ptrdiff_t(count) * N * N, c);
@@ -464,9 +456,14 @@ kelStatus mac32_fixed(const float* src, ptrdiff_t srcObj, ptrdiff_t srcRow, floa
     }
     for (int k = 0; k < count; ++k, s += srcObj, d += dstObj)
 #pragma GCC unroll 6
-        for (int i = 0; i < N; ++i)
-            scale_row32<N, false>(reinterpret_cast<const float*>(s + i * srcRow),
-                                  reinterpret_cast<float*>(d + i * dstRow), c);
+        for (int i = 0; i < N; ++i) {
+            const float* from = reinterpret_cast<const float*>(s + i * srcRow);
+            float* to = reinterpret_cast<float*>(d + i * dstRow);
+            if (aligned)
+                scale_row32<N, true>(from, to, c);
+            else
+                scale_row32<N, false>(from, to, c);
+        }
     return kelOk;
 }
 

@@ -334,7 +334,8 @@ TEST(MulByConstant, AlignedAndUnalignedPathsAgree32f)
 {
     for (int n = 3; n <= 6; ++n) {
         const int count = 5, row = (n * 4 + 15) / 16 * 16;  // padded rows: every row 16-byte aligned
-        for (const auto& layout : {std::pair<int, int>{row, n * row}, {n * 4, n * n * 4}, {row + 4, n * (row + 4)}})
+        for (const auto& layout :
+             {std::pair<int, int>{row, n * row}, {row, n * row + 16}, {n * 4, n * n * 4}, {row + 4, n * (row + 4)}})
             for (int offset : {0, 4, 8, 12}) {
                 const int rs = layout.first, os = layout.second;
                 alignas(16) float src[6 * 32 * 5 + 8], dst[6 * 32 * 5 + 8], ref[6 * 32 * 5 + 8];
