@@ -467,6 +467,18 @@ kelStatus mac32_fixed(const float* src, ptrdiff_t srcObj, ptrdiff_t srcRow, floa
     return kelOk;
 }
 
+inline kelStatus mac32_square(int n, int count, const Strided<float, true>& s, float val, const Strided<float, true>& d)
+{
+    const float* src = reinterpret_cast<const float*>(s.base);
+    float* dst = reinterpret_cast<float*>(d.base);
+    switch (n) {
+    case 3: return mac32_fixed<3>(src, s.obj, s.row, val, dst, d.obj, d.row, count);
+    case 4: return mac32_fixed<4>(src, s.obj, s.row, val, dst, d.obj, d.row, count);
+    case 5: return mac32_fixed<5>(src, s.obj, s.row, val, dst, d.obj, d.row, count);
+    default: return mac32_fixed<6>(src, s.obj, s.row, val, dst, d.obj, d.row, count);
+    }
+}
+
 // The by-constant kernel of every mc, tc, vc member and description: h rows of
 // w elements of the result; the constant description is a Value, Values or
 // ValueList.
@@ -478,15 +490,8 @@ struct ownkelmMul_mc {
         using T = typename D::Elem;
         if constexpr (std::is_same_v<S, Strided<T, true>> && std::is_same_v<D, Strided<T, true>> &&
                       std::is_same_v<C, Value<T>>) {
-            if constexpr (std::is_same_v<T, float>) {
-                if (h == w) switch (w) {
-#define KELM_MAC32(N) \
-    case N: return mac32_fixed<N>(reinterpret_cast<const float*>(s.base), s.obj, s.row, c.v, reinterpret_cast<float*>(d.base), d.obj, d.row, count);
-                    KELM_MAC32(3) KELM_MAC32(4) KELM_MAC32(5) KELM_MAC32(6)
-#undef KELM_MAC32
-                    default: break;
-                    }
-            }
+            if constexpr (std::is_same_v<T, float>)
+                if (h == w && w >= 3 && w <= 6) return mac32_square(w, count, s, c.v, d);
             // Densely packed objects: one run of count*h*w products.
             const ptrdiff_t row = ptrdiff_t(w) * ptrdiff_t(sizeof(T)), obj = h * row;
             const bool rowsDense = h == 1 || (s.row == row && d.row == row);
