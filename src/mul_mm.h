@@ -73,8 +73,8 @@ inline void mul_one(const DenseView<double, true>& a, const DenseView<double, tr
                     const DenseView<double, true>& c, int m, int kk, int n)
 {
     const int rows = M ? M : m, inner = K ? K : kk, cols = N ? N : n;
-    int i = 0;
-    for (; i + 3 <= rows; i += 3)
+    const int full = rows - rows % 3;
+    for (int i = 0; i < full; i += 3)
         for (int j = 0; j < cols; ++j) {
             double s0 = 0.0, s1 = 0.0, s2 = 0.0;
             for (int k = 0; k < inner; ++k) {
@@ -87,7 +87,7 @@ inline void mul_one(const DenseView<double, true>& a, const DenseView<double, tr
             c(i + 1, j) = s1;
             c(i + 2, j) = s2;
         }
-    for (; i < rows; ++i)
+    for (int i = full; i < rows; ++i)
         for (int j = 0; j < cols; ++j) {
             double s = 0.0;
             for (int k = 0; k < inner; ++k) s = s + op_at<TR1>(a, i, k) * op_at<TR2>(b, k, j);

@@ -124,16 +124,16 @@ struct Setup {
     Obj<T> a, b, d;
 
     static Desc single_desc(Desc arr) { return arr == Desc::List ? Desc::Contig : arr == Desc::ListS2 ? Desc::Strided : arr; }
-    static Obj<T> make(const Case& c, bool arr, Desc desc, int count, int h, int w, unsigned seed)
+    static Obj<T> make(bool arr, Desc desc, int count, int h, int w, unsigned seed)
     {
         return Obj<T>(arr ? desc : single_desc(desc), arr ? count : 1, h, w, seed);
     }
     Setup(const Case& cs, Desc ds, int m_, int k_, int n_, int cnt, unsigned seed = 7)
         : c(cs), desc(ds), m(m_), kk(k_), n(n_), count(cs.a1 || cs.a2 ? cnt : 1),
           dims{cs.tr1 ? m_ : k_, cs.tr1 ? k_ : m_, cs.tr2 ? k_ : n_, cs.tr2 ? n_ : k_, count},
-          a(make(cs, cs.a1, ds, count, dims.h1, dims.w1, seed)),
-          b(make(cs, cs.a2, ds, count, dims.h2, dims.w2, seed + 1)),
-          d(make(cs, cs.a1 || cs.a2, ds, count, m_, n_, seed + 2))
+          a(make(cs.a1, ds, count, dims.h1, dims.w1, seed)),
+          b(make(cs.a2, ds, count, dims.h2, dims.w2, seed + 1)),
+          d(make(cs.a1 || cs.a2, ds, count, m_, n_, seed + 2))
     {
     }
     T opa(int k, int i, int j) { return c.tr1 ? a.at(c.a1 ? k : 0, j, i) : a.at(c.a1 ? k : 0, i, j); }
