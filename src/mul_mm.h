@@ -4,8 +4,8 @@
 // Every element is c(i, j) = ((0 + a(i,0)b(0,j)) + a(i,1)b(1,j)) + ... in the
 // element type, one rounding per product and per addition, k ascending.  The
 // sum really starts from +0: a -0 product alone gives +0.  The written-out
-// orders, the four-column SSE path for 32f and the three-row path for 64f
-// all keep that order, so every path gives the same bits.
+// orders, the four-column SSE path for 32f and the three-row, two-column
+// SSE2 path for 64f all keep that order, so every path gives the same bits.
 //
 // Operands are described as stored; TR1/TR2 say whether each is used
 // transposed.  A single operand of an array call is a description whose
@@ -40,59 +40,95 @@ inline void mul_one(const VA& a, const VB& b, const VC& c, int m, int kk, int n)
         }
 }
 
-// 32f, contiguous elements: four result columns at a time.
+// Loads four (32f) or two (64f) consecutive elements of row k of op(B).
+template <bool TR2>
+inline __m128 load_row(const DenseView<float, true>& b, int k, int j)
+{
+    return TR2 ? _mm_setr_ps(b(j, k), b(j + 1, k), b(j + 2, k), b(j + 3, k)) : _mm_loadu_ps(&b(k, j));
+}
+template <bool TR2>
+inline __m128d load_row(const DenseView<double, true>& b, int k, int j)
+{
+    return TR2 ? _mm_setr_pd(b(j, k), b(j + 1, k)) : _mm_loadu_pd(&b(k, j));
+}
+
+// Scalar tail: columns from j0 on, every row.
+template <class T, bool TR1, bool TR2, class V>
+inline void mul_columns(const V& a, const V& b, const V& c, int rows, int inner, int j0, int cols)
+{
+    for (int i = 0; i < rows; ++i)
+        for (int j = j0; j < cols; ++j) {
+            T s = T(0);
+            for (int k = 0; k < inner; ++k) s = s + op_at<TR1>(a, i, k) * op_at<TR2>(b, k, j);
+            c(i, j) = s;
+        }
+}
+
+// 32f, contiguous elements: four result columns at a time.  With a fixed
+// inner order the rows of op(B) for a column block stay in registers.
 template <class T, bool TR1, bool TR2, int M, int K, int N>
 inline void mul_one(const DenseView<float, true>& a, const DenseView<float, true>& b,
                     const DenseView<float, true>& c, int m, int kk, int n)
 {
     const int rows = M ? M : m, inner = K ? K : kk, cols = N ? N : n;
-    for (int i = 0; i < rows; ++i) {
-        int j = 0;
-        for (; j + 4 <= cols; j += 4) {
-            __m128 s = _mm_setzero_ps();
-            for (int k = 0; k < inner; ++k) {
-                const __m128 x = _mm_set1_ps(op_at<TR1>(a, i, k));
-                const __m128 y = TR2 ? _mm_setr_ps(b(j, k), b(j + 1, k), b(j + 2, k), b(j + 3, k))
-                                     : _mm_loadu_ps(&b(k, j));
-                s = _mm_add_ps(s, _mm_mul_ps(x, y));
+    const int full = cols - cols % 4;
+    for (int j = 0; j < full; j += 4) {
+        if constexpr (K > 0) {
+            __m128 y[K];
+            for (int k = 0; k < K; ++k) y[k] = load_row<TR2>(b, k, j);
+            for (int i = 0; i < rows; ++i) {
+                __m128 s = _mm_setzero_ps();
+                for (int k = 0; k < K; ++k) s = _mm_add_ps(s, _mm_mul_ps(_mm_set1_ps(op_at<TR1>(a, i, k)), y[k]));
+                _mm_storeu_ps(&c(i, j), s);
             }
-            _mm_storeu_ps(&c(i, j), s);
-        }
-        for (; j < cols; ++j) {
-            float s = 0.0f;
-            for (int k = 0; k < inner; ++k) s = s + op_at<TR1>(a, i, k) * op_at<TR2>(b, k, j);
-            c(i, j) = s;
+        } else {
+            for (int i = 0; i < rows; ++i) {
+                __m128 s = _mm_setzero_ps();
+                for (int k = 0; k < inner; ++k)
+                    s = _mm_add_ps(s, _mm_mul_ps(_mm_set1_ps(op_at<TR1>(a, i, k)), load_row<TR2>(b, k, j)));
+                _mm_storeu_ps(&c(i, j), s);
+            }
         }
     }
+    mul_columns<float, TR1, TR2>(a, b, c, rows, inner, full, cols);
 }
 
-// 64f, contiguous elements: up to three result rows at a time, sharing the
-// loads of op(B).
+// 64f, contiguous elements: up to three result rows at a time, two columns
+// per vector, sharing the rows of op(B) among the rows of the result.
 template <class T, bool TR1, bool TR2, int M, int K, int N>
 inline void mul_one(const DenseView<double, true>& a, const DenseView<double, true>& b,
                     const DenseView<double, true>& c, int m, int kk, int n)
 {
     const int rows = M ? M : m, inner = K ? K : kk, cols = N ? N : n;
-    const int full = rows - rows % 3;
-    for (int i = 0; i < full; i += 3)
-        for (int j = 0; j < cols; ++j) {
-            double s0 = 0.0, s1 = 0.0, s2 = 0.0;
+    const int fullRows = rows - rows % 3, fullCols = cols - cols % 2;
+    for (int j = 0; j < fullCols; j += 2) {
+        constexpr int Held = K > 0 ? K : 1;
+        __m128d y[Held];
+        if constexpr (K > 0)
+            for (int k = 0; k < K; ++k) y[k] = load_row<TR2>(b, k, j);
+        auto row_of_b = [&](int k) {
+            if constexpr (K > 0) return y[k];
+            else return load_row<TR2>(b, k, j);
+        };
+        for (int i = 0; i < fullRows; i += 3) {
+            __m128d s0 = _mm_setzero_pd(), s1 = _mm_setzero_pd(), s2 = _mm_setzero_pd();
             for (int k = 0; k < inner; ++k) {
-                const double y = op_at<TR2>(b, k, j);
-                s0 = s0 + op_at<TR1>(a, i, k) * y;
-                s1 = s1 + op_at<TR1>(a, i + 1, k) * y;
-                s2 = s2 + op_at<TR1>(a, i + 2, k) * y;
+                const __m128d v = row_of_b(k);
+                s0 = _mm_add_pd(s0, _mm_mul_pd(_mm_set1_pd(op_at<TR1>(a, i, k)), v));
+                s1 = _mm_add_pd(s1, _mm_mul_pd(_mm_set1_pd(op_at<TR1>(a, i + 1, k)), v));
+                s2 = _mm_add_pd(s2, _mm_mul_pd(_mm_set1_pd(op_at<TR1>(a, i + 2, k)), v));
             }
-            c(i, j) = s0;
-            c(i + 1, j) = s1;
-            c(i + 2, j) = s2;
+            _mm_storeu_pd(&c(i, j), s0);
+            _mm_storeu_pd(&c(i + 1, j), s1);
+            _mm_storeu_pd(&c(i + 2, j), s2);
         }
-    for (int i = full; i < rows; ++i)
-        for (int j = 0; j < cols; ++j) {
-            double s = 0.0;
-            for (int k = 0; k < inner; ++k) s = s + op_at<TR1>(a, i, k) * op_at<TR2>(b, k, j);
-            c(i, j) = s;
+        for (int i = fullRows; i < rows; ++i) {
+            __m128d s = _mm_setzero_pd();
+            for (int k = 0; k < inner; ++k) s = _mm_add_pd(s, _mm_mul_pd(_mm_set1_pd(op_at<TR1>(a, i, k)), row_of_b(k)));
+            _mm_storeu_pd(&c(i, j), s);
         }
+    }
+    mul_columns<double, TR1, TR2>(a, b, c, rows, inner, fullCols, cols);
 }
 
 // A single operand of a fixed order, copied once into a local contiguous
