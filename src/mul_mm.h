@@ -313,14 +313,14 @@ inline bool mul_parallel(I32 work, bool unit)
 
 // An array entry's tail: decide on the work measure, then run the parallel
 // driver or the serial kernel.
-#define KELM_MUL_RUN(T, FORM, UNIT, TR1, TR2, A1, A2, DA, DB, DD)                                                \
+#define KELM_MUL_RUN(NAME, T, FORM, UNIT, TR1, TR2, A1, A2, DA, DB, DD)                                          \
     {                                                                                                              \
         const auto a_ = DA;                                                                                        \
         const auto b_ = DB;                                                                                        \
         const auto d_ = DD;                                                                                        \
         const I32 work = mul_work(A1, A2, src1Width, src1Height, src2Width, src2Height, sz.m, sz.n, count);       \
         if (mul_parallel<T, MulForm::FORM>(work, UNIT))                                                            \
-            return ownOMP_kelmMul<TR1, TR2, !A1, !A2>(count, a_, b_, d_, sz.m, sz.kk, sz.n);                       \
+            return ownOMP_##NAME(count, a_, b_, d_, sz.m, sz.kk, sz.n);                                            \
         return mul_serial<TR1, TR2, !A1, !A2, 5>(count, a_, b_, d_, sz.m, sz.kk, sz.n);                           \
     }
 
@@ -337,7 +337,7 @@ inline bool mul_parallel(I32 work, bool unit)
         KELM_CHECKS(nulls(src1, src2, dst), counts(count), sizes(src1Width, src1Height, src2Width, src2Height),   \
                     agree(sz.agree), strides<T>(KELM_MUL_STR_S##A1(T, src1)),                                      \
                     strides<T>(KELM_MUL_STR_S##A2(T, src2)), strides<T>(KELM_MUL_STR_S1(T, dst)));                 \
-        KELM_MUL_RUN(T, Strided, KELM_MUL_UNIT(T), TR1, TR2, A1, A2, KELM_MUL_D_S##A1(T, src1, 0),                \
+        KELM_MUL_RUN(NAME, T, Strided, KELM_MUL_UNIT(T), TR1, TR2, A1, A2, KELM_MUL_D_S##A1(T, src1, 0),                \
                      KELM_MUL_D_S##A2(T, src2, 0), KELM_MUL_D_S1(T, dst, 0))                                       \
     }                                                                                                              \
     extern "C" KELM_API kelStatus NAME##_##S##_P(KELM_MUL_SRC_P##A1(T, src1), KELM_MUL_SRC_P##A2(T, src2),       \
@@ -348,7 +348,7 @@ inline bool mul_parallel(I32 work, bool unit)
                     agree(sz.agree),                                                                               \
                     strides<T>(KELM_MUL_STR_P##A1(T, src1), KELM_MUL_STR_P##A2(T, src2), dstObjStride),           \
                     shifts<T>(src1ObjShift, src2ObjShift, dstObjShift));                                           \
-        KELM_MUL_RUN(T, Pointer, true, TR1, TR2, A1, A2, KELM_MUL_D_P##A1(T, src1, src1Width),                    \
+        KELM_MUL_RUN(NAME, T, Pointer, true, TR1, TR2, A1, A2, KELM_MUL_D_P##A1(T, src1, src1Width),                    \
                      KELM_MUL_D_P##A2(T, src2, src2Width), KELM_MUL_D_P1(T, dst, sz.n))                            \
     }                                                                                                              \
     extern "C" KELM_API kelStatus NAME##_##S##_L(KELM_MUL_SRC_L##A1(T, src1), KELM_MUL_SRC_L##A2(T, src2),       \
@@ -359,9 +359,17 @@ inline bool mul_parallel(I32 work, bool unit)
                     agree(sz.agree), strides<T>(KELM_MUL_STR_L##A1(T, src1)),                                      \
                     strides<T>(KELM_MUL_STR_L##A2(T, src2)), strides<T>(dstRowStride, dstElemStride),             \
                     shifts<T>(KELM_MUL_SHF_L##A1(src1), KELM_MUL_SHF_L##A2(src2), dstObjShift));                  \
-        KELM_MUL_RUN(T, List, KELM_MUL_UNIT(T), TR1, TR2, A1, A2, KELM_MUL_D_L##A1(T, src1, 0),                   \
+        KELM_MUL_RUN(NAME, T, List, KELM_MUL_UNIT(T), TR1, TR2, A1, A2, KELM_MUL_D_L##A1(T, src1, 0),                   \
                      KELM_MUL_D_L##A2(T, src2, 0), KELM_MUL_D_L1(T, dst, 0))                                       \
     }
-#define KELM_MUL_ARR(NAME, TR1, TR2, A1, A2) KELM_MUL_FOR_TYPES(KELM_MUL_ARR_T, NAME, TR1, TR2, A1, A2)
+// The member's parallel driver (one template for both element types and all
+// three descriptions), then its entries.
+#define KELM_MUL_ARR(NAME, TR1, TR2, A1, A2)                                                   \
+    template <class A, class B, class D>                                                       \
+    kelStatus ownOMP_##NAME(int count, const A& a, const B& b, const D& d, int m, int kk, int n) \
+    {                                                                                          \
+        return ownOMP_kelmMul<TR1, TR2, !A1, !A2>(count, a, b, d, m, kk, n);                   \
+    }                                                                                          \
+    KELM_MUL_FOR_TYPES(KELM_MUL_ARR_T, NAME, TR1, TR2, A1, A2)
 
 }  // namespace kelm
