@@ -1,0 +1,375 @@
+// Matrix-matrix products C = op(A) * op(B): kernels, parallel driver and the
+// argument lists of every kelmMul member with two matrix operands.
+//
+// Every element is c(i, j) = ((0 + a(i,0)b(0,j)) + a(i,1)b(1,j)) + ... in the
+// element type, one rounding per product and per addition, k ascending.  The
+// sum really starts from +0: a -0 product alone gives +0.  The written-out
+// orders, the four-column SSE path for 32f and the three-row, two-column
+// SSE2 path for 64f all keep that order, so every path gives the same bits.
+//
+// Operands are described as stored; TR1/TR2 say whether each is used
+// transposed.  A single operand of an array call is a description whose
+// object stride is 0.
+#pragma once
+
+#include <emmintrin.h>
+
+#include "common/check.h"
+#include "common/desc.h"
+#include "common/parallel.h"
+
+namespace kelm {
+
+// Element (i, j) of op(X) from a view of the stored X.
+template <bool TR, class V>
+inline auto op_at(const V& v, int i, int j)
+{
+    return TR ? v(j, i) : v(i, j);
+}
+
+// One product, any views.  M, K, N above 0 are compile-time sizes.
+template <class T, bool TR1, bool TR2, int M, int K, int N, class VA, class VB, class VC>
+inline void mul_one(const VA& a, const VB& b, const VC& c, int m, int kk, int n)
+{
+    const int rows = M ? M : m, inner = K ? K : kk, cols = N ? N : n;
+    for (int i = 0; i < rows; ++i)
+        for (int j = 0; j < cols; ++j) {
+            T s = T(0);
+            for (int k = 0; k < inner; ++k) s = s + T(op_at<TR1>(a, i, k)) * T(op_at<TR2>(b, k, j));
+            c(i, j) = s;
+        }
+}
+
+// Loads four (32f) or two (64f) consecutive elements of row k of op(B).
+template <bool TR2>
+inline __m128 load_row(const DenseView<float, true>& b, int k, int j)
+{
+    return TR2 ? _mm_setr_ps(b(j, k), b(j + 1, k), b(j + 2, k), b(j + 3, k)) : _mm_loadu_ps(&b(k, j));
+}
+template <bool TR2>
+inline __m128d load_row(const DenseView<double, true>& b, int k, int j)
+{
+    return TR2 ? _mm_setr_pd(b(j, k), b(j + 1, k)) : _mm_loadu_pd(&b(k, j));
+}
+
+// Scalar tail: columns from j0 on, every row.
+template <class T, bool TR1, bool TR2, class V>
+inline void mul_columns(const V& a, const V& b, const V& c, int rows, int inner, int j0, int cols)
+{
+    for (int i = 0; i < rows; ++i)
+        for (int j = j0; j < cols; ++j) {
+            T s = T(0);
+            for (int k = 0; k < inner; ++k) s = s + op_at<TR1>(a, i, k) * op_at<TR2>(b, k, j);
+            c(i, j) = s;
+        }
+}
+
+// 32f, contiguous elements: four result columns at a time.  With a fixed
+// inner order the rows of op(B) for a column block stay in registers.
+template <class T, bool TR1, bool TR2, int M, int K, int N>
+inline void mul_one(const DenseView<float, true>& a, const DenseView<float, true>& b,
+                    const DenseView<float, true>& c, int m, int kk, int n)
+{
+    const int rows = M ? M : m, inner = K ? K : kk, cols = N ? N : n;
+    const int full = cols - cols % 4;
+    for (int j = 0; j < full; j += 4) {
+        if constexpr (K > 0) {
+            __m128 y[K];
+            for (int k = 0; k < K; ++k) y[k] = load_row<TR2>(b, k, j);
+            for (int i = 0; i < rows; ++i) {
+                __m128 s = _mm_setzero_ps();
+                for (int k = 0; k < K; ++k) s = _mm_add_ps(s, _mm_mul_ps(_mm_set1_ps(op_at<TR1>(a, i, k)), y[k]));
+                _mm_storeu_ps(&c(i, j), s);
+            }
+        } else {
+            for (int i = 0; i < rows; ++i) {
+                __m128 s = _mm_setzero_ps();
+                for (int k = 0; k < inner; ++k)
+                    s = _mm_add_ps(s, _mm_mul_ps(_mm_set1_ps(op_at<TR1>(a, i, k)), load_row<TR2>(b, k, j)));
+                _mm_storeu_ps(&c(i, j), s);
+            }
+        }
+    }
+    mul_columns<float, TR1, TR2>(a, b, c, rows, inner, full, cols);
+}
+
+// 64f, contiguous elements: up to three result rows at a time, two columns
+// per vector, sharing the rows of op(B) among the rows of the result.
+template <class T, bool TR1, bool TR2, int M, int K, int N>
+inline void mul_one(const DenseView<double, true>& a, const DenseView<double, true>& b,
+                    const DenseView<double, true>& c, int m, int kk, int n)
+{
+    const int rows = M ? M : m, inner = K ? K : kk, cols = N ? N : n;
+    const int fullRows = rows - rows % 3, fullCols = cols - cols % 2;
+    for (int j = 0; j < fullCols; j += 2) {
+        constexpr int Held = K > 0 ? K : 1;
+        __m128d y[Held];
+        if constexpr (K > 0)
+            for (int k = 0; k < K; ++k) y[k] = load_row<TR2>(b, k, j);
+        auto row_of_b = [&](int k) {
+            if constexpr (K > 0) return y[k];
+            else return load_row<TR2>(b, k, j);
+        };
+        for (int i = 0; i < fullRows; i += 3) {
+            __m128d s0 = _mm_setzero_pd(), s1 = _mm_setzero_pd(), s2 = _mm_setzero_pd();
+            for (int k = 0; k < inner; ++k) {
+                const __m128d v = row_of_b(k);
+                s0 = _mm_add_pd(s0, _mm_mul_pd(_mm_set1_pd(op_at<TR1>(a, i, k)), v));
+                s1 = _mm_add_pd(s1, _mm_mul_pd(_mm_set1_pd(op_at<TR1>(a, i + 1, k)), v));
+                s2 = _mm_add_pd(s2, _mm_mul_pd(_mm_set1_pd(op_at<TR1>(a, i + 2, k)), v));
+            }
+            _mm_storeu_pd(&c(i, j), s0);
+            _mm_storeu_pd(&c(i + 1, j), s1);
+            _mm_storeu_pd(&c(i + 2, j), s2);
+        }
+        for (int i = fullRows; i < rows; ++i) {
+            __m128d s = _mm_setzero_pd();
+            for (int k = 0; k < inner; ++k) s = _mm_add_pd(s, _mm_mul_pd(_mm_set1_pd(op_at<TR1>(a, i, k)), row_of_b(k)));
+            _mm_storeu_pd(&c(i, j), s);
+        }
+    }
+    mul_columns<double, TR1, TR2>(a, b, c, rows, inner, fullCols, cols);
+}
+
+// A single operand of a fixed order, copied once into a local contiguous
+// block so that it stays in cache and registers over the whole run.
+template <class T, int N>
+struct Hoisted {
+    T e[N * N];
+    template <class D>
+    explicit Hoisted(const D& d)
+    {
+        const auto v = d[0];
+        for (int i = 0; i < N; ++i)
+            for (int j = 0; j < N; ++j) e[i * N + j] = v(i, j);
+    }
+    Strided<T, true> desc() const { return {bytes(e), 0, ptrdiff_t(N * sizeof(T)), ptrdiff_t(sizeof(T))}; }
+};
+
+// A run of count products.  N above 0: both operands square of order N.
+// S1/S2: the operand is one matrix reused for every object.
+template <bool TR1, bool TR2, bool S1, bool S2, int N, class A, class B, class D>
+kelStatus mul_run(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
+{
+    using T = typename D::Elem;
+    if constexpr (N > 0 && S1 && !S2) {
+        const Hoisted<T, N> h(a);
+        return mul_run<TR1, TR2, false, false, N>(count, h.desc(), b, d, m, kk, n);
+    } else if constexpr (N > 0 && S2 && !S1) {
+        const Hoisted<T, N> h(b);
+        return mul_run<TR1, TR2, false, false, N>(count, a, h.desc(), d, m, kk, n);
+    } else {
+        for (int k = 0; k < count; ++k) mul_one<T, TR1, TR2, N, N, N>(a[k], b[k], d[k], m, kk, n);
+        return kelOk;
+    }
+}
+
+// The kernel of every description: square operands of orders 3 to MaxOrder
+// take written-out code, all other sizes the general loop.
+template <bool TR1, bool TR2, bool S1, bool S2, int MaxOrder, class A, class B, class D>
+kelStatus ownkelmMul(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
+{
+    if (m == kk && kk == n) {
+        switch (n) {
+        case 3: return mul_run<TR1, TR2, S1, S2, 3>(count, a, b, d, m, kk, n);
+        case 4: return mul_run<TR1, TR2, S1, S2, 4>(count, a, b, d, m, kk, n);
+        case 5: return mul_run<TR1, TR2, S1, S2, 5>(count, a, b, d, m, kk, n);
+        case 6:
+            if constexpr (MaxOrder >= 6) return mul_run<TR1, TR2, S1, S2, 6>(count, a, b, d, m, kk, n);
+            break;
+        default: break;
+        }
+    }
+    return mul_run<TR1, TR2, false, false, 0>(count, a, b, d, m, kk, n);
+}
+
+// Serial path: the contiguous kernel when every element stride is the element
+// size, else the general-stride one.
+template <bool TR1, bool TR2, bool S1, bool S2, int MaxOrder, class A, class B, class D>
+kelStatus mul_serial(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
+{
+    return with_unit_strides(
+        [&](const auto& x, const auto& y, const auto& z) {
+            return ownkelmMul<TR1, TR2, S1, S2, MaxOrder>(count, x, y, z, m, kk, n);
+        },
+        a, b, d);
+}
+
+// The parallel driver shared by the array members: the same kernel on each
+// thread's block.
+template <bool TR1, bool TR2, bool S1, bool S2, class A, class B, class D>
+kelStatus ownOMP_kelmMul(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
+{
+    return with_unit_strides(
+        [&](const auto& x, const auto& y, const auto& z) {
+            return split_over(
+                count,
+                [&](int mine, const auto& xa, const auto& yb, const auto& zd) {
+                    return ownkelmMul<TR1, TR2, S1, S2, 5>(mine, xa, yb, zd, m, kk, n);
+                },
+                x, y, z);
+        },
+        a, b, d);
+}
+
+// Sizes of op(A) (m x kk) and op(B) (kk x n) from the stored sizes.
+struct MulSizes {
+    int m, kk, n;
+    bool agree;
+};
+template <bool TR1, bool TR2>
+inline MulSizes mul_sizes(int w1, int h1, int w2, int h2)
+{
+    const int m = TR1 ? w1 : h1, k1 = TR1 ? h1 : w1;
+    const int k2 = TR2 ? w2 : h2, n = TR2 ? h2 : w2;
+    return {m, k1, n, k1 == k2};
+}
+
+// Work measure: every matrix element the call touches, arrays count times,
+// in wrapping signed 32-bit arithmetic.
+inline I32 mul_work(bool A1, bool A2, int w1, int h1, int w2, int h2, int m, int n, int count)
+{
+    return I32(w1) * h1 * (A1 ? count : 1) + I32(w2) * h2 * (A2 ? count : 1) + I32(n) * m * count;
+}
+
+enum class MulForm { Strided, Pointer, List };
+
+template <class T, MulForm F>
+inline bool mul_parallel(I32 work, bool unit)
+{
+    int limit = 1440;
+    if (F == MulForm::Strided && unit) limit = sizeof(T) == 4 ? 2500 : 3600;
+    if (F == MulForm::List && unit) limit = 3600;
+    return work > limit;
+}
+
+// --- argument lists ----------------------------------------------------------
+// Suffix 0: a single matrix, 1: an array of matrices.
+
+#define KELM_MUL_FOR_TYPES(M, ...) M(float, 32f, __VA_ARGS__) M(double, 64f, __VA_ARGS__)
+
+#define KELM_MUL_SRC_S0(T, X) const T *X, int X##RowStride, int X##ElemStride, int X##Width, int X##Height
+#define KELM_MUL_SRC_S1(T, X) \
+    const T *X, int X##ObjStride, int X##RowStride, int X##ElemStride, int X##Width, int X##Height
+#define KELM_MUL_SRC_P0(T, X) const T *const *X, int X##ObjShift, int X##Width, int X##Height
+#define KELM_MUL_SRC_P1(T, X) const T *const *X, int X##ObjShift, int X##ObjStride, int X##Width, int X##Height
+#define KELM_MUL_SRC_L0 KELM_MUL_SRC_S0
+#define KELM_MUL_SRC_L1(T, X) \
+    const T *const *X, int X##ObjShift, int X##RowStride, int X##ElemStride, int X##Width, int X##Height
+
+#define KELM_MUL_DST_S0(T) T *dst, int dstRowStride, int dstElemStride
+#define KELM_MUL_DST_S1(T) T *dst, int dstObjStride, int dstRowStride, int dstElemStride
+#define KELM_MUL_DST_P0(T) T *const *dst, int dstObjShift
+#define KELM_MUL_DST_P1(T) T *const *dst, int dstObjShift, int dstObjStride
+#define KELM_MUL_DST_L1(T) T *const *dst, int dstObjShift, int dstRowStride, int dstElemStride
+
+// Descriptions.
+#define KELM_MUL_D_S0(T, X, W) mat(X, X##RowStride, X##ElemStride)
+#define KELM_MUL_D_S1(T, X, W) mats(X, X##ObjStride, X##RowStride, X##ElemStride)
+#define KELM_MUL_D_P0(T, X, W) ptrs<T>(X, X##ObjShift, 0, W)
+#define KELM_MUL_D_P1(T, X, W) ptrs<T>(X, X##ObjShift, X##ObjStride, W)
+#define KELM_MUL_D_L0 KELM_MUL_D_S0
+#define KELM_MUL_D_L1(T, X, W) list(X, X##ObjShift, X##RowStride, X##ElemStride)
+
+// Strides to test, per operand (a single operand of a _P call has none: the
+// element size stands in, which always passes).
+#define KELM_MUL_STR_S0(T, X) X##RowStride, X##ElemStride
+#define KELM_MUL_STR_S1(T, X) X##ObjStride, X##RowStride, X##ElemStride
+#define KELM_MUL_STR_P0(T, X) int(sizeof(T))
+#define KELM_MUL_STR_P1(T, X) X##ObjStride
+#define KELM_MUL_STR_L0 KELM_MUL_STR_S0
+#define KELM_MUL_STR_L1(T, X) X##RowStride, X##ElemStride
+// Shifts of a _L call: only the list operands have one.
+#define KELM_MUL_SHF_L0(X) 0
+#define KELM_MUL_SHF_L1(X) X##ObjShift
+
+#define KELM_MUL_SIZES(TR1, TR2) \
+    const MulSizes sz = mul_sizes<TR1, TR2>(src1Width, src1Height, src2Width, src2Height)
+
+// Single pairs: strided and _P; null, size, agreement, then stride or shift.
+#define KELM_MUL_MM_T(T, S, NAME, TR1, TR2)                                                                        \
+    extern "C" KELM_API kelStatus NAME##_##S(KELM_MUL_SRC_S0(T, src1), KELM_MUL_SRC_S0(T, src2),                 \
+                                             KELM_MUL_DST_S0(T))                                                  \
+    {                                                                                                              \
+        KELM_MUL_SIZES(TR1, TR2);                                                                                  \
+        KELM_CHECKS(nulls(src1, src2, dst), sizes(src1Width, src1Height, src2Width, src2Height), agree(sz.agree), \
+                    strides<T>(src1RowStride, src1ElemStride), strides<T>(src2RowStride, src2ElemStride),         \
+                    strides<T>(dstRowStride, dstElemStride));                                                      \
+        return mul_serial<TR1, TR2, false, false, 6>(1, mat(src1, src1RowStride, src1ElemStride),                 \
+                                                     mat(src2, src2RowStride, src2ElemStride),                    \
+                                                     mat(dst, dstRowStride, dstElemStride), sz.m, sz.kk, sz.n);   \
+    }                                                                                                              \
+    extern "C" KELM_API kelStatus NAME##_##S##_P(KELM_MUL_SRC_P0(T, src1), KELM_MUL_SRC_P0(T, src2),             \
+                                                 KELM_MUL_DST_P0(T))                                              \
+    {                                                                                                              \
+        KELM_MUL_SIZES(TR1, TR2);                                                                                  \
+        KELM_CHECKS(nulls(src1, src2, dst), sizes(src1Width, src1Height, src2Width, src2Height), agree(sz.agree), \
+                    shifts<T>(src1ObjShift, src2ObjShift, dstObjShift));                                           \
+        return ownkelmMul<TR1, TR2, false, false, 6>(1, ptrs<T>(src1, src1ObjShift, 0, src1Width),               \
+                                                     ptrs<T>(src2, src2ObjShift, 0, src2Width),                   \
+                                                     ptrs<T>(dst, dstObjShift, 0, sz.n), sz.m, sz.kk, sz.n);      \
+    }
+#define KELM_MUL_MM(NAME, TR1, TR2) KELM_MUL_FOR_TYPES(KELM_MUL_MM_T, NAME, TR1, TR2)
+
+// An array entry's tail: decide on the work measure, then run the parallel
+// driver or the serial kernel.
+#define KELM_MUL_RUN(NAME, T, FORM, UNIT, TR1, TR2, A1, A2, DA, DB, DD)                                          \
+    {                                                                                                              \
+        const auto a_ = DA;                                                                                        \
+        const auto b_ = DB;                                                                                        \
+        const auto d_ = DD;                                                                                        \
+        const I32 work = mul_work(A1, A2, src1Width, src1Height, src2Width, src2Height, sz.m, sz.n, count);       \
+        if (mul_parallel<T, MulForm::FORM>(work, UNIT))                                                            \
+            return ownOMP_##NAME(count, a_, b_, d_, sz.m, sz.kk, sz.n);                                            \
+        return mul_serial<TR1, TR2, !A1, !A2, 5>(count, a_, b_, d_, sz.m, sz.kk, sz.n);                           \
+    }
+
+#define KELM_MUL_UNIT(T) (src1ElemStride == int(sizeof(T)) && src2ElemStride == int(sizeof(T)) && \
+                          dstElemStride == int(sizeof(T)))
+
+// Array members (A1, A2: which source is an array): strided, _P and _L;
+// null, count, size, agreement, stride, shift.
+#define KELM_MUL_ARR_T(T, S, NAME, TR1, TR2, A1, A2)                                                              \
+    extern "C" KELM_API kelStatus NAME##_##S(KELM_MUL_SRC_S##A1(T, src1), KELM_MUL_SRC_S##A2(T, src2),           \
+                                             KELM_MUL_DST_S1(T), int count)                                       \
+    {                                                                                                              \
+        KELM_MUL_SIZES(TR1, TR2);                                                                                  \
+        KELM_CHECKS(nulls(src1, src2, dst), counts(count), sizes(src1Width, src1Height, src2Width, src2Height),   \
+                    agree(sz.agree), strides<T>(KELM_MUL_STR_S##A1(T, src1)),                                      \
+                    strides<T>(KELM_MUL_STR_S##A2(T, src2)), strides<T>(KELM_MUL_STR_S1(T, dst)));                 \
+        KELM_MUL_RUN(NAME, T, Strided, KELM_MUL_UNIT(T), TR1, TR2, A1, A2, KELM_MUL_D_S##A1(T, src1, 0),                \
+                     KELM_MUL_D_S##A2(T, src2, 0), KELM_MUL_D_S1(T, dst, 0))                                       \
+    }                                                                                                              \
+    extern "C" KELM_API kelStatus NAME##_##S##_P(KELM_MUL_SRC_P##A1(T, src1), KELM_MUL_SRC_P##A2(T, src2),       \
+                                                 KELM_MUL_DST_P1(T), int count)                                   \
+    {                                                                                                              \
+        KELM_MUL_SIZES(TR1, TR2);                                                                                  \
+        KELM_CHECKS(nulls(src1, src2, dst), counts(count), sizes(src1Width, src1Height, src2Width, src2Height),   \
+                    agree(sz.agree),                                                                               \
+                    strides<T>(KELM_MUL_STR_P##A1(T, src1), KELM_MUL_STR_P##A2(T, src2), dstObjStride),           \
+                    shifts<T>(src1ObjShift, src2ObjShift, dstObjShift));                                           \
+        KELM_MUL_RUN(NAME, T, Pointer, true, TR1, TR2, A1, A2, KELM_MUL_D_P##A1(T, src1, src1Width),                    \
+                     KELM_MUL_D_P##A2(T, src2, src2Width), KELM_MUL_D_P1(T, dst, sz.n))                            \
+    }                                                                                                              \
+    extern "C" KELM_API kelStatus NAME##_##S##_L(KELM_MUL_SRC_L##A1(T, src1), KELM_MUL_SRC_L##A2(T, src2),       \
+                                                 KELM_MUL_DST_L1(T), int count)                                   \
+    {                                                                                                              \
+        KELM_MUL_SIZES(TR1, TR2);                                                                                  \
+        KELM_CHECKS(nulls(src1, src2, dst), counts(count), sizes(src1Width, src1Height, src2Width, src2Height),   \
+                    agree(sz.agree), strides<T>(KELM_MUL_STR_L##A1(T, src1)),                                      \
+                    strides<T>(KELM_MUL_STR_L##A2(T, src2)), strides<T>(dstRowStride, dstElemStride),             \
+                    shifts<T>(KELM_MUL_SHF_L##A1(src1), KELM_MUL_SHF_L##A2(src2), dstObjShift));                  \
+        KELM_MUL_RUN(NAME, T, List, KELM_MUL_UNIT(T), TR1, TR2, A1, A2, KELM_MUL_D_L##A1(T, src1, 0),                   \
+                     KELM_MUL_D_L##A2(T, src2, 0), KELM_MUL_D_L1(T, dst, 0))                                       \
+    }
+// The member's parallel driver (one template for both element types and all
+// three descriptions), then its entries.
+#define KELM_MUL_ARR(NAME, TR1, TR2, A1, A2)                                                   \
+    template <class A, class B, class D>                                                       \
+    kelStatus ownOMP_##NAME(int count, const A& a, const B& b, const D& d, int m, int kk, int n) \
+    {                                                                                          \
+        return ownOMP_kelmMul<TR1, TR2, !A1, !A2>(count, a, b, d, m, kk, n);                   \
+    }                                                                                          \
+    KELM_MUL_FOR_TYPES(KELM_MUL_ARR_T, NAME, TR1, TR2, A1, A2)
+
+}  // namespace kelm
