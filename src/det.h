@@ -21,28 +21,32 @@ namespace kelm {
 
 using LD = long double;
 
+// The 2x2 minors and the products of the 3x3 level are formed in double
+// (SSE; the minors' products are exact for 32f), every sum of the expansion
+// runs in long double.
+// Loading the elements once into locals keeps x87 traffic to the sums.
 template <class T, class V>
 inline T a6_Det_m_3x3(const V& a)
 {
-    const LD a00 = a(0, 0), a01 = a(0, 1), a02 = a(0, 2);
-    const LD a10 = a(1, 0), a11 = a(1, 1), a12 = a(1, 2);
-    const LD a20 = a(2, 0), a21 = a(2, 1), a22 = a(2, 2);
+    const double a10 = a(1, 0), a11 = a(1, 1), a12 = a(1, 2);
+    const double a20 = a(2, 0), a21 = a(2, 1), a22 = a(2, 2);
+    const LD m1 = a20 * a12 - a10 * a22, m2 = a21 * a10 - a20 * a11, m0 = a11 * a22 - a12 * a21;
     // Term order is fixed: callers compare the last bits.
-    return T((a20 * a12 - a10 * a22) * a01 + (a21 * a10 - a20 * a11) * a02 + (a11 * a22 - a12 * a21) * a00);
+    return T(m1 * LD(a(0, 1)) + m2 * LD(a(0, 2)) + m0 * LD(a(0, 0)));
 }
 
 template <class T, class V>
 inline T a6_Det_m_4x4(const V& a)
 {
-    const LD a20 = a(2, 0), a21 = a(2, 1), a22 = a(2, 2), a23 = a(2, 3);
-    const LD a30 = a(3, 0), a31 = a(3, 1), a32 = a(3, 2), a33 = a(3, 3);
-    const LD m01 = a20 * a31 - a21 * a30, m02 = a20 * a32 - a22 * a30, m03 = a20 * a33 - a23 * a30;
-    const LD m12 = a21 * a32 - a22 * a31, m13 = a21 * a33 - a23 * a31, m23 = a22 * a33 - a23 * a32;
-    const LD a10 = a(1, 0), a11 = a(1, 1), a12 = a(1, 2), a13 = a(1, 3);
-    const LD c0 = a11 * m23 - a12 * m13 + a13 * m12;
-    const LD c1 = a10 * m23 - a12 * m03 + a13 * m02;
-    const LD c2 = a10 * m13 - a11 * m03 + a13 * m01;
-    const LD c3 = a10 * m12 - a11 * m02 + a12 * m01;
+    const double a20 = a(2, 0), a21 = a(2, 1), a22 = a(2, 2), a23 = a(2, 3);
+    const double a30 = a(3, 0), a31 = a(3, 1), a32 = a(3, 2), a33 = a(3, 3);
+    const double m01 = a20 * a31 - a21 * a30, m02 = a20 * a32 - a22 * a30, m03 = a20 * a33 - a23 * a30;
+    const double m12 = a21 * a32 - a22 * a31, m13 = a21 * a33 - a23 * a31, m23 = a22 * a33 - a23 * a32;
+    const double a10 = a(1, 0), a11 = a(1, 1), a12 = a(1, 2), a13 = a(1, 3);
+    const LD c0 = LD(a11 * m23) - LD(a12 * m13) + LD(a13 * m12);
+    const LD c1 = LD(a10 * m23) - LD(a12 * m03) + LD(a13 * m02);
+    const LD c2 = LD(a10 * m13) - LD(a11 * m03) + LD(a13 * m01);
+    const LD c3 = LD(a10 * m12) - LD(a11 * m02) + LD(a12 * m01);
     return T(LD(a(0, 0)) * c0 - LD(a(0, 1)) * c1 + LD(a(0, 2)) * c2 - LD(a(0, 3)) * c3);
 }
 
