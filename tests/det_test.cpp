@@ -150,7 +150,9 @@ void known_values()
         for (int n = 1; n <= 8; ++n) {
             // The cyclic shift has sign (-1)^(n-1); swapping rows 0 and 1 of the identity gives -1.
             EXPECT_EQ(det_of<T>(d, n, [n](int i, int j) { return j == (i + 1) % n; }), T(n % 2 ? 1 : -1)) << n;
-            if (n >= 2) EXPECT_EQ(det_of<T>(d, n, [](int i, int j) { return i < 2 && j < 2 ? i != j : i == j; }), T(-1)) << n;
+            if (n >= 2) {
+                EXPECT_EQ(det_of<T>(d, n, [](int i, int j) { return i < 2 && j < 2 ? i != j : i == j; }), T(-1)) << n;
+            }
             // Upper triangular: the product of the diagonal.
             T prod = 1;
             for (int i = 0; i < n; ++i) prod *= T(i + 2) / 4;
