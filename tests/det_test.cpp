@@ -1,0 +1,244 @@
+// Determinants: known values, random matrices against a long double
+// reference, argument checks, and serial against parallel runs.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "support.h"
+
+namespace {
+
+using kt::Desc;
+
+template <class T>
+struct Api;
+template <>
+struct Api<float> {
+    static constexpr auto m = kelmDet_m_32f, mP = kelmDet_m_32f_P;
+    static constexpr auto ma = kelmDet_ma_32f, maP = kelmDet_ma_32f_P, maL = kelmDet_ma_32f_L;
+};
+template <>
+struct Api<double> {
+    static constexpr auto m = kelmDet_m_64f, mP = kelmDet_m_64f_P;
+    static constexpr auto ma = kelmDet_ma_64f, maP = kelmDet_ma_64f_P, maL = kelmDet_ma_64f_L;
+};
+
+constexpr Desc kAll[] = {Desc::Contig, Desc::Strided, Desc::Pointer, Desc::List, Desc::ListS2};
+
+// Determinants of every object through the array form of o's description.
+template <class T>
+std::vector<T> det_array(kt::Objects<T>& o, int n)
+{
+    using A = Api<T>;
+    std::vector<T> buf(std::size_t(n) * (n + 1)), dst(std::size_t(o.count()), T(-77));
+    kelStatus s = kelOk;
+    switch (o.desc()) {
+    case Desc::Contig:
+    case Desc::Strided:
+        s = A::ma(o.base(), o.objStride(), o.rowStride(), o.elemStride(), n, buf.data(), dst.data(), o.count());
+        break;
+    case Desc::Pointer:
+        s = A::maP(o.table(), o.shift(), o.objStride(), n, buf.data(), dst.data(), o.count());
+        break;
+    default:
+        s = A::maL(o.table(), o.shift(), o.rowStride(), o.elemStride(), n, buf.data(), dst.data(), o.count());
+    }
+    EXPECT_EQ(s, kelOk);
+    return dst;
+}
+
+// The same through the single-object forms, one call per object.
+template <class T>
+std::vector<T> det_each(kt::Objects<T>& o, int n)
+{
+    using A = Api<T>;
+    std::vector<T> buf(std::size_t(n) * (n + 1)), dst(std::size_t(o.count()), T(-77));
+    for (int k = 0; k < o.count(); ++k) {
+        kelStatus s;
+        if (o.desc() == Desc::Pointer)
+            s = A::mP(o.table(), o.shift() + k * o.objStride(), n, buf.data(), &dst[k]);
+        else
+            s = A::m(&o.at(k, 0, 0), o.rowStride(), o.elemStride(), n, buf.data(), &dst[k]);
+        EXPECT_EQ(s, kelOk);
+    }
+    return dst;
+}
+
+// Reference: elimination with partial pivoting, all in long double.
+template <class T>
+long double reference(kt::Objects<T>& o, int k, int n)
+{
+    std::vector<long double> a(std::size_t(n) * n);
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < n; ++j) a[i * n + j] = o.at(k, i, j);
+    long double det = 1;
+    for (int c = 0; c < n; ++c) {
+        int p = c;
+        for (int i = c + 1; i < n; ++i)
+            if (std::fabs(a[i * n + c]) > std::fabs(a[p * n + c])) p = i;
+        if (p != c) {
+            for (int j = 0; j < n; ++j) std::swap(a[c * n + j], a[p * n + j]);
+            det = -det;
+        }
+        if (a[c * n + c] == 0) return 0;
+        det *= a[c * n + c];
+        for (int i = c + 1; i < n; ++i) {
+            const long double f = a[i * n + c] / a[c * n + c];
+            for (int j = c; j < n; ++j) a[i * n + j] -= f * a[c * n + j];
+        }
+    }
+    return det;
+}
+
+// The rounding error allowed: a few units of the element type on the largest
+// term the expansion can meet (the product of the rows' absolute sums).
+template <class T>
+long double allowance(kt::Objects<T>& o, int k, int n)
+{
+    long double bound = 1;
+    for (int i = 0; i < n; ++i) {
+        long double row = 0;
+        for (int j = 0; j < n; ++j) row += std::fabs(static_cast<long double>(o.at(k, i, j)));
+        bound *= row;
+    }
+    return 4 * n * std::numeric_limits<T>::epsilon() * bound;
+}
+
+template <class T>
+void random_matrices()
+{
+    for (Desc d : kAll)
+        for (int n = 1; n <= 8; ++n) {
+            SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d) << " n=" << n);
+            kt::Objects<T> o(d, 5, n, n, unsigned(n * 31 + int(d)));
+            const auto before = o.snapshot();
+            const auto got = det_array(o, n);
+            for (int k = 0; k < 5; ++k)
+                EXPECT_NEAR(double(got[k]), double(reference(o, k, n)), double(allowance(o, k, n))) << "k=" << k;
+            EXPECT_TRUE(o.unchanged_since(before));
+            EXPECT_TRUE(o.canaries_intact());
+            if (d == Desc::List || d == Desc::ListS2) continue;  // no single-object list form
+            const auto one = det_each(o, n);
+            for (int k = 0; k < 5; ++k) EXPECT_TRUE(kt::same_bits(one[k], got[k])) << "k=" << k;
+        }
+}
+
+TEST(Det, RandomMatricesEveryDescription32f) { random_matrices<float>(); }
+TEST(Det, RandomMatricesEveryDescription64f) { random_matrices<double>(); }
+
+// Fills object 0 with rows given by f(i, j), returns its determinant.
+template <class T, class F>
+T det_of(Desc d, int n, F f)
+{
+    kt::Objects<T> o(d, 1, n, n);
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < n; ++j) o.at(0, i, j) = T(f(i, j));
+    return det_array(o, n)[0];
+}
+
+template <class T>
+void known_values()
+{
+    for (Desc d : kAll) {
+        SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d));
+        EXPECT_TRUE(kt::same_bits(det_of<T>(d, 3, [](int, int) { return 0; }), T(0)));
+        EXPECT_TRUE(kt::same_bits(det_of<T>(d, 7, [](int, int) { return 0; }), T(0)));
+        EXPECT_EQ(det_of<T>(d, 2, [](int i, int j) { return i != j; }), T(-1));
+        for (int n = 1; n <= 8; ++n) {
+            // The cyclic shift has sign (-1)^(n-1); swapping rows 0 and 1 of the identity gives -1.
+            EXPECT_EQ(det_of<T>(d, n, [n](int i, int j) { return j == (i + 1) % n; }), T(n % 2 ? 1 : -1)) << n;
+            if (n >= 2) {
+                EXPECT_EQ(det_of<T>(d, n, [](int i, int j) { return i < 2 && j < 2 ? i != j : i == j; }), T(-1)) << n;
+            }
+            // Upper triangular: the product of the diagonal.
+            T prod = 1;
+            for (int i = 0; i < n; ++i) prod *= T(i + 2) / 4;
+            const T tri = det_of<T>(d, n, [](int i, int j) { return j < i ? 0.0 : j == i ? (i + 2) / 4.0 : 0.5 * (j - i); });
+            EXPECT_NEAR(tri, prod, 8 * n * std::numeric_limits<T>::epsilon() * std::fabs(prod)) << n;
+        }
+        // A pivot of exactly the tolerance passes the elimination test but
+        // fails the last-pivot test: order 2, tolerance 16 times the smallest normal.
+        const T tol2 = 16 * std::numeric_limits<T>::min();
+        EXPECT_EQ(det_of<T>(d, 2, [&](int i, int j) { return i == j ? (i == 0 ? tol2 : T(1)) : T(0); }), tol2);
+        EXPECT_EQ(det_of<T>(d, 2, [&](int i, int j) { return i == j ? (i == 0 ? T(1) : tol2) : T(0); }), T(0));
+        EXPECT_EQ(det_of<T>(d, 1, [](int, int) { return 2 * std::numeric_limits<T>::min(); }), T(0));
+        EXPECT_EQ(det_of<T>(d, 1, [](int, int) { return -3; }), T(-3));
+    }
+}
+
+TEST(Det, KnownValues32f) { known_values<float>(); }
+TEST(Det, KnownValues64f) { known_values<double>(); }
+
+TEST(Det, TinyDiagonalBelowCubicToleranceGivesZero)
+{
+    // Order 7: tolerance 686 * 2^-126, about 8.06e-36, above the pivots 1e-36.
+    EXPECT_EQ(det_of<float>(Desc::Contig, 7, [](int i, int j) { return i == j ? 1e-36f : 0.0f; }), 0.0f);
+}
+
+TEST(Det, ArgumentChecksInOrder)
+{
+    float a[64] = {1}, buf[72], dst[4];
+    const float* tab[64] = {a};
+    const float* const* t = tab;
+    EXPECT_EQ(kelmDet_m_32f(a, 12, 4, 3, nullptr, dst), kelErrNullPointer);
+    EXPECT_EQ(kelmDet_m_32f(a, 12, 4, 0, buf, dst), kelErrSize);
+    EXPECT_EQ(kelmDet_m_32f(a, 12, 6, 3, buf, dst), kelErrStride);
+    EXPECT_EQ(kelmDet_m_64f(reinterpret_cast<const double*>(a), 24, 4, 3, reinterpret_cast<double*>(buf),
+                            reinterpret_cast<double*>(dst)), kelErrStride);
+    EXPECT_EQ(kelmDet_m_32f_P(t, -4, 3, buf, dst), kelErrShift);
+    EXPECT_EQ(kelmDet_m_32f_P(t, 2, 0, buf, dst), kelErrSize);
+    EXPECT_EQ(kelmDet_ma_32f(a, 36, 12, 4, 0, buf, dst, 0), kelErrCount);
+    EXPECT_EQ(kelmDet_ma_32f(a, 36, 12, 0, 0, buf, dst, 1), kelErrSize);
+    EXPECT_EQ(kelmDet_ma_32f(a, 0, 12, 4, 3, buf, dst, 1), kelErrStride);
+    EXPECT_EQ(kelmDet_ma_32f(a, 36, 12, 4, 3, nullptr, dst, 0), kelErrNullPointer);
+    EXPECT_EQ(kelmDet_ma_32f_P(t, 2, 0, 3, buf, dst, 1), kelErrStride);
+    EXPECT_EQ(kelmDet_ma_32f_P(t, 2, 36, 3, buf, dst, 1), kelErrShift);
+    EXPECT_EQ(kelmDet_ma_32f_L(t, -4, 12, -4, 3, buf, dst, 1), kelErrStride);
+    EXPECT_EQ(kelmDet_ma_32f_L(t, -4, 12, 4, 3, buf, dst, 1), kelErrShift);
+    EXPECT_EQ(kelmDet_ma_32f_L(nullptr, 0, 12, 4, 3, buf, dst, 1), kelErrNullPointer);
+}
+
+// Parallel runs give the bits of the serial run; the buffer is not touched
+// by them (each thread has its own slice).
+template <class T>
+void serial_equals_parallel(Desc d, int n, int count)
+{
+    SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d) << " n=" << n << " count=" << count);
+    kt::Objects<T> o(d, count, n, n, 7);
+    std::vector<T> serial, parallel;
+    {
+        kt::Threads one(1);
+        serial = det_array(o, n);
+    }
+    {
+        kt::Threads two(2);
+        parallel = det_array(o, n);
+    }
+    for (int k = 0; k < count; ++k) ASSERT_TRUE(kt::same_bits(serial[k], parallel[k])) << k;
+    EXPECT_TRUE(o.canaries_intact());
+}
+
+TEST(Det, ParallelRunsMatchSerial)
+{
+    for (Desc d : kAll) {
+        serial_equals_parallel<float>(d, 3, 4800);
+        serial_equals_parallel<float>(d, 3, 4801);
+        serial_equals_parallel<double>(d, 7, 2100);
+        serial_equals_parallel<float>(d, 8, 1801);
+    }
+}
+
+TEST(Det, ParallelRunLeavesCallerBufferAlone)
+{
+    kt::Threads two(2);
+    kt::Objects<double> o(Desc::Contig, 2100, 7, 7, 3);
+    std::vector<double> buf(56, 123.0), dst(2100);
+    ASSERT_EQ(kelmDet_ma_64f(o.base(), o.objStride(), o.rowStride(), o.elemStride(), 7, buf.data(), dst.data(), 2100),
+              kelOk);
+    for (double b : buf) EXPECT_EQ(b, 123.0);
+}
+
+}  // namespace
