@@ -304,11 +304,17 @@ void run_case(benchmark::State& state, Case c)
         if (PeerFn f = s.set.plain(def.id, c.elem, c.n, c.es)) cs.push_back({s.plain, [f, job] { f(job); }, true});
         if (PeerFn f = s.set.eigen(def.id, c.elem, c.n, c.es)) cs.push_back({s.eigen, [f, job] { f(job); }, true});
     }
-    if (c.threads > 1)
+    if (c.threads > 1) {
         cs.push_back({"lib_1t", [&, job] {
                           kelSetNumThreads(1);
                           def.lib(job);
                       }});
+        // The plain loops on one thread tell how far two threads can scale on
+        // the machine as loaded now.
+        Job one = job;
+        one.threads = 1;
+        if (PeerFn f = peers_target().plain(def.id, c.elem, c.n, c.es)) cs.push_back({"plain_1t", [f, one] { f(one); }});
+    }
     const bool copy = def.streaming && c.es == 1 && c.count >= 100000;
     if (copy) cs.push_back({"copy", [&] { copyProbe.run(c.threads); }, false, true});
 
@@ -365,6 +371,17 @@ void run_case(benchmark::State& state, Case c)
         } else if (std::string(x.name) == "lib_1t") {
             state.counters["x_1t"] = paired(x);
         }
+    }
+    // Speed-up of the plain loops from one thread to the case's thread count.
+    const auto named = [&](const char* name) -> const Contender* {
+        for (const auto& x : cs)
+            if (std::string(x.name) == name) return &x;
+        return nullptr;
+    };
+    if (const Contender *one = named("plain_1t"), *all = named("plain"); one && all) {
+        std::vector<double> q;
+        for (int r = 0; r < rounds; ++r) q.push_back((one->t[r] / one->reps) / (all->t[r] / all->reps));
+        state.counters["plain_x_1t"] = median(q);
     }
     if (best) {
         state.counters["vs_best"] = paired(*best);
