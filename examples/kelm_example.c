@@ -48,6 +48,33 @@ static kelStatus add_mam_64f(const Arrays* x) /* one matrix added to each of an 
                            STRIDES(kel64f), N, N, x->count);
 }
 
+static kelStatus mul_mama_32f(const Arrays* x)
+{
+    return kelmMul_mama_32f(x->a32, STRIDES(kel32f), N, N, x->b32, STRIDES(kel32f), N, N, x->c32, STRIDES(kel32f),
+                            x->count);
+}
+
+static kelStatus mul_mava_64f(const Arrays* x) /* each matrix times its own 4-vector */
+{
+    const int e = sizeof(kel64f);
+    return kelmMul_mava_64f(x->a64, STRIDES(kel64f), N, N, x->b64, N * e, e, N, x->c64, N * e, e, x->count);
+}
+
+static kelStatus det_ma_64f(const Arrays* x) /* one determinant per matrix, packed */
+{
+    return kelmDet_ma_64f(x->a64, STRIDES(kel64f), N, x->work, x->c64, x->count);
+}
+
+static kelStatus lu_ma_32f(const Arrays* x) /* factor every matrix, then solve with it */
+{
+    const int e = sizeof(kel32f);
+    const kelStatus st = kelmLUDecomp_ma_32f(x->a32, STRIDES(kel32f), x->index, x->c32, STRIDES(kel32f), N, x->count);
+    if (st != kelOk) return st;
+    /* right-hand sides: the first count vectors of b; solutions: the next count */
+    return kelmLUBackSubst_mava_32f(x->c32, STRIDES(kel32f), x->index, x->b32, N * e, e, x->b32 + (size_t)x->count * N,
+                                    N * e, e, N, x->count);
+}
+
 static const struct {
     const char* name;
     kelStatus (*run)(const Arrays*);
@@ -55,6 +82,10 @@ static const struct {
     {"Add_mama_32f  4x4 + 4x4", add_mama_32f},
     {"Add_mam_64f   4x4 + one 4x4", add_mam_64f},
     {"Sub_vava_64f  4 - 4", sub_vava_64f},
+    {"Mul_mama_32f  4x4 * 4x4", mul_mama_32f},
+    {"Mul_mava_64f  4x4 * 4", mul_mava_64f},
+    {"Det_ma_64f    det 4x4", det_ma_64f},
+    {"LU_ma_32f     factor + solve 4x4", lu_ma_32f},
 };
 
 static double now(void)
