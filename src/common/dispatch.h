@@ -1,0 +1,20 @@
+// Run-time choice of vector width for hot kernels.
+//
+// The library is built for any x86-64 (or SSE2 x86) processor. A kernel marked
+// KELM_WIDE is compiled twice, once for the baseline and once for AVX2, and
+// the dynamic loader picks the clone that the processor runs, once, at load.
+// Both clones perform the same IEEE operations in the same order (the build
+// never contracts multiplies and adds, and the AVX2 clone does not enable
+// FMA), so results are bit-identical whichever clone runs.
+//
+// Mark the outermost loop of a kernel (the function that walks the objects)
+// so that everything inlined into it is widened; marking tiny per-object
+// helpers instead costs an indirect call per object.
+#pragma once
+
+#if defined(__GNUC__) && !defined(__clang__) && (defined(__x86_64__) || defined(__i386__)) && \
+    !defined(KELM_NO_CLONES)
+#define KELM_WIDE __attribute__((target_clones("avx2", "default")))
+#else
+#define KELM_WIDE
+#endif
