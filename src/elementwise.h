@@ -5,6 +5,7 @@
 
 #include "common/check.h"
 #include "common/desc.h"
+#include "common/dispatch.h"
 #include "common/parallel.h"
 
 namespace kelm {
@@ -24,9 +25,22 @@ struct SubFromOp {
     static T apply(T a, T b) { return b - a; }
 };
 
+// The kernels have internal linkage: each source file keeps its own copies.
+// Widened (cloned) templates of external linkage would be exported with their
+// resolvers whatever the visibility asked for.  On 32-bit x86 the linker mixes
+// up same-named local clone resolvers of different files (Sub gave wrong
+// results), so the 32-bit build keeps one baseline copy of each kernel.
+#if defined(__x86_64__)
+#define KELM_EW_WIDE KELM_WIDE
+#else
+#define KELM_EW_WIDE
+#endif
+
+namespace {
+
 // One run of objects; H and W above 0 are compile-time sizes.
 template <class Op, int H, int W, class A, class B, class D>
-kelStatus ew_objects(int count, const A& a, const B& b, const D& d, int h, int w)
+KELM_EW_WIDE kelStatus ew_objects(int count, const A& a, const B& b, const D& d, int h, int w)
 {
     using T = typename D::Elem;
     const int rows = H ? H : h, cols = W ? W : w;
@@ -50,11 +64,74 @@ kelStatus ew_objects(int count, const A& a, const B& b, const D& d, int h, int w
     return kelOk;
 }
 
-// The kernel: vectors (h = 1) of length 3 to 6 and square matrices of order 3
-// to 6 take written-out loops, everything else the general loop.
+// --- packed arrays: one run of elements ---------------------------------------
+//
+// When every array operand holds its objects back to back, rows back to back
+// and elements back to back (object stride = height x row stride, row stride =
+// width x element size), element e of the run is element e of every operand,
+// and the whole array is one flat loop.  Each destination element is still
+// the same single IEEE operation on the same two numbers, so the results are
+// those of the object-by-object loop to the bit.  A constant operand (one
+// value for every element) joins a packed run as it is.
+
+template <class T>
+struct RunOf {  // elements back to back
+    const T* p;
+    T operator[](ptrdiff_t e) const { return p[e]; }
+};
+
+// Which descriptions can be packed at all: contiguous strided arrays and one
+// constant (tables, lists, transposed views and per-object constants cannot).
+template <class D>
+constexpr bool runnable = false;
+template <class T>
+constexpr bool runnable<Value<T>> = true;
+template <class T>
+constexpr bool runnable<Strided<T, true>> = true;
+
+template <class T>
+bool packed(const Value<T>&, int, int, int) { return true; }
+template <class T>
+bool packed(const Strided<T, true>& s, int count, int h, int w)
+{
+    const ptrdiff_t rowBytes = ptrdiff_t(w) * ptrdiff_t(sizeof(T));
+    return (h == 1 || s.row == rowBytes) && (count == 1 || s.obj == rowBytes * h);
+}
+
+template <class T>
+ValueView<T> run_of(const Value<T>& v) { return {v.v}; }
+template <class T>
+RunOf<T> run_of(const Strided<T, true>& s) { return {&elem_at<T>(s.base)}; }
+
+// n elements in blocks of 64 bytes: a block's sources are all read, then its
+// destinations written, so in-place use (dst equal to a source) is exact and
+// each block becomes a few full-width vector operations.
+template <class Op, class T, class X, class Y>
+KELM_EW_WIDE void ew_run(ptrdiff_t n, X x, Y y, T* d)
+{
+    constexpr int B = 64 / int(sizeof(T));
+    ptrdiff_t e = 0;
+    for (; e + B <= n; e += B) {
+        T r[B];
+        for (int j = 0; j < B; ++j) r[j] = Op::template apply<T>(x[e + j], y[e + j]);
+        for (int j = 0; j < B; ++j) d[e + j] = r[j];
+    }
+    for (; e < n; ++e) d[e] = Op::template apply<T>(x[e], y[e]);
+}
+
+// The kernel: packed arrays run flat; otherwise vectors (h = 1) of length 3
+// to 6 and square matrices of order 3 to 6 take written-out loops, everything
+// else the general loop.
 template <class Op, class A, class B, class D>
 kelStatus ownkelm_elementwise(int count, const A& a, const B& b, const D& d, int h, int w)
 {
+    using T = typename D::Elem;
+    if constexpr (runnable<A> && runnable<B> && std::is_same_v<D, Strided<T, true>>) {
+        if (packed(a, count, h, w) && packed(b, count, h, w) && packed(d, count, h, w)) {
+            ew_run<Op, T>(ptrdiff_t(count) * h * w, run_of(a), run_of(b), &elem_at<T>(d.base));
+            return kelOk;
+        }
+    }
 #define KELM_EW_FIXED(R, C) \
     if (h == R && w == C) return ew_objects<Op, R, C>(count, a, b, d, h, w);
     KELM_EW_FIXED(1, 3) KELM_EW_FIXED(1, 4) KELM_EW_FIXED(1, 5) KELM_EW_FIXED(1, 6)
@@ -88,6 +165,8 @@ kelStatus elementwise(bool parallel, int count, const A& a, const B& b, const D&
 {
     return parallel ? ownOMP_elementwise<Op>(count, a, b, d, h, w) : ew_serial<Op>(count, a, b, d, h, w);
 }
+
+}  // namespace
 
 // --- when an element-wise array goes parallel ----------------------------------
 

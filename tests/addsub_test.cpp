@@ -377,6 +377,45 @@ TYPED_TEST(AddSub, InPlaceOnTheFirstSource)
     }
 }
 
+// Packed arrays (objects, rows and elements back to back) run as one flat
+// loop in blocks; counts that leave every kind of tail, serial and split over
+// two threads, with the destination separate, equal to the first source or
+// equal to the second, must give one IEEE operation per element.  The same
+// calls on gapped strides (the object-by-object loops) are the control.
+TYPED_TEST(AddSub, PackedArraysRunFlatWithEveryTailAndInPlace)
+{
+    using T = TypeParam;
+    const std::pair<int, int> runs[] = {{1, 1}, {2, 1}, {7, 1}, {33, 1}, {1001, 2}};  // count, threads
+    for (const Op<T>& op : all_ops<T>()) {
+        const ShapeInfo si = info(op.shape);
+        if (!si.array || op.tr1 || op.tr2) continue;
+        const std::pair<int, int> shapes[] = {{si.matrix ? 4 : 1, 4}, {si.matrix ? 3 : 1, 3}, {si.matrix ? 2 : 1, 5}};
+        for (Desc d : {Desc::Contig, Desc::Strided})
+            for (auto [h, w] : shapes)
+                for (auto [n, threads] : runs)
+                    for (int inPlace : {0, 1, 2}) {  // dst apart, dst = src1, dst = src2
+                        const char kind = inPlace == 1 ? si.src1 : si.src2;
+                        if (inPlace && kind != 'a') continue;
+                        kt::Threads th(threads);
+                        Setup<T> s(op, d, h, w, n, unsigned(n * 8 + h * 4 + w));
+                        const auto e = s.expected(op);
+                        Args<T> a = s.args;
+                        if (inPlace) {
+                            const int r = inPlace - 1;
+                            a.base[2] = a.base[r];
+                            a.obj[2] = a.obj[r], a.row[2] = a.row[r], a.elem[2] = a.elem[r];
+                            std::swap(s.obj[std::size_t(r)], s.obj[2]);  // the results land in that source
+                        }
+                        const std::string what = op.name + "_" + kt::type_name<T>() + " " + kt::name(d) + " " +
+                                                 std::to_string(h) + "x" + std::to_string(w) + " count " +
+                                                 std::to_string(n) + " threads " + std::to_string(threads) +
+                                                 " in place " + std::to_string(inPlace);
+                        ASSERT_EQ(op.form[0](a), kelOk) << what;
+                        s.expect_result(e, what);
+                    }
+    }
+}
+
 TYPED_TEST(AddSub, FailingChecksReportTheMembersFirstGroupAndWriteNothing)
 {
     using T = TypeParam;
