@@ -4,8 +4,11 @@
 // Every element is c(i, j) = ((0 + a(i,0)b(0,j)) + a(i,1)b(1,j)) + ... in the
 // element type, one rounding per product and per addition, k ascending.  The
 // sum really starts from +0: a -0 product alone gives +0.  The written-out
-// orders, the four-column SSE path for 32f and the three-row, two-column
-// SSE2 path for 64f all keep that order, so every path gives the same bits.
+// orders on contiguous rows (two rows per eight-lane vector for 32f, four
+// columns per vector for 64f), the four-column SSE path for 32f and the
+// three-row, two-column SSE2 path for 64f all keep that order, so every path
+// gives the same bits.  The object walkers are compiled for the baseline and
+// for AVX2 (never with fused multiply-add), the clone picked at load.
 //
 // Operands are described as stored; TR1/TR2 say whether each is used
 // transposed.  A single operand of an array call is a description whose
@@ -313,9 +316,10 @@ kelStatus mul_run(int count, const A& a, const B& b, const D& d, int m, int kk, 
     }
 }
 
-// The kernel of every description: square operands of orders 3 to MaxOrder
-// take written-out code, all other sizes the general loop.
-template <bool TR1, bool TR2, bool S1, bool S2, int MaxOrder, class A, class B, class D>
+// The kernel of every description: square operands of orders 3 to 6 take
+// written-out code (single pairs and arrays alike: the bits are those of the
+// general loop either way), all other sizes the general loop.
+template <bool TR1, bool TR2, bool S1, bool S2, class A, class B, class D>
 kelStatus ownkelmMul(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
 {
     if (m == kk && kk == n) {
@@ -323,9 +327,7 @@ kelStatus ownkelmMul(int count, const A& a, const B& b, const D& d, int m, int k
         case 3: return mul_run<TR1, TR2, S1, S2, 3>(count, a, b, d, m, kk, n);
         case 4: return mul_run<TR1, TR2, S1, S2, 4>(count, a, b, d, m, kk, n);
         case 5: return mul_run<TR1, TR2, S1, S2, 5>(count, a, b, d, m, kk, n);
-        case 6:
-            if constexpr (MaxOrder >= 6) return mul_run<TR1, TR2, S1, S2, 6>(count, a, b, d, m, kk, n);
-            break;
+        case 6: return mul_run<TR1, TR2, S1, S2, 6>(count, a, b, d, m, kk, n);
         default: break;
         }
     }
@@ -334,12 +336,12 @@ kelStatus ownkelmMul(int count, const A& a, const B& b, const D& d, int m, int k
 
 // Serial path: the contiguous kernel when every element stride is the element
 // size, else the general-stride one.
-template <bool TR1, bool TR2, bool S1, bool S2, int MaxOrder, class A, class B, class D>
+template <bool TR1, bool TR2, bool S1, bool S2, class A, class B, class D>
 kelStatus mul_serial(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
 {
     return with_unit_strides(
         [&](const auto& x, const auto& y, const auto& z) {
-            return ownkelmMul<TR1, TR2, S1, S2, MaxOrder>(count, x, y, z, m, kk, n);
+            return ownkelmMul<TR1, TR2, S1, S2>(count, x, y, z, m, kk, n);
         },
         a, b, d);
 }
@@ -354,7 +356,7 @@ kelStatus ownOMP_kelmMul(int count, const A& a, const B& b, const D& d, int m, i
             return split_over(
                 count,
                 [&](int mine, const auto& xa, const auto& yb, const auto& zd) {
-                    return ownkelmMul<TR1, TR2, S1, S2, 6>(mine, xa, yb, zd, m, kk, n);
+                    return ownkelmMul<TR1, TR2, S1, S2>(mine, xa, yb, zd, m, kk, n);
                 },
                 x, y, z);
         },
@@ -444,7 +446,7 @@ inline bool mul_parallel(I32 work, bool unit)
         KELM_CHECKS(nulls(src1, src2, dst), sizes(src1Width, src1Height, src2Width, src2Height), agree(sz.agree), \
                     strides<T>(src1RowStride, src1ElemStride), strides<T>(src2RowStride, src2ElemStride),         \
                     strides<T>(dstRowStride, dstElemStride));                                                      \
-        return mul_serial<TR1, TR2, false, false, 6>(1, mat(src1, src1RowStride, src1ElemStride),                 \
+        return mul_serial<TR1, TR2, false, false>(1, mat(src1, src1RowStride, src1ElemStride),                 \
                                                      mat(src2, src2RowStride, src2ElemStride),                    \
                                                      mat(dst, dstRowStride, dstElemStride), sz.m, sz.kk, sz.n);   \
     }                                                                                                              \
@@ -454,7 +456,7 @@ inline bool mul_parallel(I32 work, bool unit)
         KELM_MUL_SIZES(TR1, TR2);                                                                                  \
         KELM_CHECKS(nulls(src1, src2, dst), sizes(src1Width, src1Height, src2Width, src2Height), agree(sz.agree), \
                     shifts<T>(src1ObjShift, src2ObjShift, dstObjShift));                                           \
-        return ownkelmMul<TR1, TR2, false, false, 6>(1, ptrs<T>(src1, src1ObjShift, 0, src1Width),               \
+        return ownkelmMul<TR1, TR2, false, false>(1, ptrs<T>(src1, src1ObjShift, 0, src1Width),               \
                                                      ptrs<T>(src2, src2ObjShift, 0, src2Width),                   \
                                                      ptrs<T>(dst, dstObjShift, 0, sz.n), sz.m, sz.kk, sz.n);      \
     }
@@ -470,7 +472,7 @@ inline bool mul_parallel(I32 work, bool unit)
         const I32 work = mul_work(A1, A2, src1Width, src1Height, src2Width, src2Height, sz.m, sz.n, count);       \
         if (mul_parallel<T, MulForm::FORM>(work, UNIT))                                                            \
             return ownOMP_##NAME(count, a_, b_, d_, sz.m, sz.kk, sz.n);                                            \
-        return mul_serial<TR1, TR2, !A1, !A2, 6>(count, a_, b_, d_, sz.m, sz.kk, sz.n);                           \
+        return mul_serial<TR1, TR2, !A1, !A2>(count, a_, b_, d_, sz.m, sz.kk, sz.n);                              \
     }
 
 #define KELM_MUL_UNIT(T) (src1ElemStride == int(sizeof(T)) && src2ElemStride == int(sizeof(T)) && \
