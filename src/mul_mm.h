@@ -176,14 +176,20 @@ struct MmDense32 {
             vx::f8 s[Q] = {};
             vx::unrolled<0, Q>([&](auto qa) {
                 constexpr int QA = decltype(qa)::value, W = block_width<N, QA>;
-                const vx::f8 pair = vx::join(vx::load<vx::f4, W>(row_at<float>(a.p, a.row, I) + 4 * QA),
-                                             vx::load<vx::f4, W>(row_at<float>(a.p, a.row, I + 1) + 4 * QA));
+                const vx::f8 pair =
+                    N == 4 && a.row == 16 ? vx::load<vx::f8, 8>(row_at<float>(a.p, a.row, I))
+                                          : vx::join(vx::load<vx::f4, W>(row_at<float>(a.p, a.row, I) + 4 * QA),
+                                                     vx::load<vx::f4, W>(row_at<float>(a.p, a.row, I + 1) + 4 * QA));
                 vx::unrolled<0, W>([&](auto kk) {
                     constexpr int KK = decltype(kk)::value;
                     const vx::f8 ak = vx::splat_halves<KK>(pair);
                     vx::unrolled<0, Q>([&](auto q) { s[q] = s[q] + ak * b[4 * QA + KK][q]; });
                 });
             });
+            if (N == 4 && c.row == 16) {  // packed rows: the pair is one run of eight
+                vx::store<8>(row_at<float>(c.p, c.row, I), s[0]);
+                return;
+            }
             vx::unrolled<0, Q>([&](auto q) {
                 constexpr int J = decltype(q)::value;
                 vx::store<block_width<N, J>>(row_at<float>(c.p, c.row, I) + 4 * J, vx::lo(s[J]));
