@@ -6,6 +6,10 @@
 // those bits, including 0 + (-0) = +0 for a row of negative zero products, so
 // every path (general loop, written-out orders, SSE) starts from zero.
 //
+// The matrix-vector walkers are compiled for the baseline and for AVX2 (no
+// fused multiply-add), the clone picked at load; both do the same IEEE
+// operations in the same order.
+//
 // By-constant: every result element is one product, source element times
 // the constant, so any order of work gives the same bits.
 #pragma once
