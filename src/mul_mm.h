@@ -279,6 +279,34 @@ static KELM_WIDE __attribute__((flatten)) void mm_dense_run(int count, const A& 
     }
 }
 
+// Written-out orders in any other description or with a transposed operand:
+// op(A) and op(B) of each object are gathered into local contiguous blocks,
+// the product formed there as above and the result scattered out.
+template <class T, bool TR1, bool TR2, int N, class A, class B, class D>
+static KELM_WIDE __attribute__((flatten)) void mm_gather_run(int count, const A& a, const B& b, const D& d)
+{
+    using K = std::conditional_t<sizeof(T) == 4, MmDense32<N>, MmDense64<N>>;
+    T la[N * N], lb[N * N], lc[N * N];
+    const DenseView<T, true> va{bytes(la), ptrdiff_t(N * sizeof(T)), ptrdiff_t(sizeof(T))},
+        vb{bytes(lb), ptrdiff_t(N * sizeof(T)), ptrdiff_t(sizeof(T))},
+        vc{bytes(lc), ptrdiff_t(N * sizeof(T)), ptrdiff_t(sizeof(T))};
+    K kernel;
+    for (int k = 0; k < count; ++k) {
+        const auto ak = a[k];
+        const auto bk = b[k];
+        for (int i = 0; i < N; ++i)
+            for (int j = 0; j < N; ++j) {
+                la[i * N + j] = op_at<TR1>(ak, i, j);
+                lb[i * N + j] = op_at<TR2>(bk, i, j);
+            }
+        kernel.load_b(vb);
+        kernel.apply(va, vc);
+        const auto dk = d[k];
+        for (int i = 0; i < N; ++i)
+            for (int j = 0; j < N; ++j) dk(i, j) = lc[i * N + j];
+    }
+}
+
 // Every other path: the views' own loops, widened as well.
 template <class T, bool TR1, bool TR2, int N, class A, class B, class D>
 static KELM_WIDE __attribute__((flatten)) void mm_walk(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
@@ -316,6 +344,8 @@ kelStatus mul_run(int count, const A& a, const B& b, const D& d, int m, int kk, 
     } else {
         if constexpr (N > 0 && !TR1 && !TR2 && dense_rows<A> && dense_rows<B> && dense_rows<D>)
             mm_dense_run<N>(count, a, b, d);
+        else if constexpr (N > 0)
+            mm_gather_run<T, TR1, TR2, N>(count, a, b, d);
         else
             mm_walk<T, TR1, TR2, N>(count, a, b, d, m, kk, n);
         return kelOk;
