@@ -4,8 +4,11 @@
 // Every element is c(i, j) = ((0 + a(i,0)b(0,j)) + a(i,1)b(1,j)) + ... in the
 // element type, one rounding per product and per addition, k ascending.  The
 // sum really starts from +0: a -0 product alone gives +0.  The written-out
-// orders, the four-column SSE path for 32f and the three-row, two-column
-// SSE2 path for 64f all keep that order, so every path gives the same bits.
+// orders on contiguous rows (two rows per eight-lane vector for 32f, four
+// columns per vector for 64f), the four-column SSE path for 32f and the
+// three-row, two-column SSE2 path for 64f all keep that order, so every path
+// gives the same bits.  The object walkers are compiled for the baseline and
+// for AVX2 (never with fused multiply-add), the clone picked at load.
 //
 // Operands are described as stored; TR1/TR2 say whether each is used
 // transposed.  A single operand of an array call is a description whose
@@ -14,9 +17,13 @@
 
 #include <emmintrin.h>
 
+#include <type_traits>
+
 #include "common/check.h"
 #include "common/desc.h"
+#include "common/dispatch.h"
 #include "common/parallel.h"
+#include "mul_vectors.h"
 
 namespace kelm {
 
@@ -131,6 +138,182 @@ inline void mul_one(const DenseView<double, true>& a, const DenseView<double, tr
     mul_columns<double, TR1, TR2>(a, b, c, rows, inner, fullCols, cols);
 }
 
+// --- written-out square orders on contiguous rows ------------------------------
+// op(A) = A and op(B) = B, every element stride the element size.  One source
+// serves the baseline and the AVX2 clone of the walker below.
+
+template <int N, int Q>
+constexpr int block_width = N - 4 * Q < 4 ? N - 4 * Q : 4;  // columns in block Q of four
+
+template <class T>
+inline T* row_at(Bytes p, ptrdiff_t row, int i) { return reinterpret_cast<T*>(p + i * row); }
+
+// 32f: two result rows at a time in one eight-lane vector (row i in the low
+// half, row i + 1 in the high half), four columns per half.  The rows of B,
+// each block of four columns doubled over both halves, stay in registers.
+template <int N>
+struct MmDense32 {
+    static constexpr int Q = (N + 3) / 4;
+    vx::f8 b[N][Q];
+
+    template <class V>
+    void load_b(const V& v)
+    {
+        vx::unrolled<0, N>([&](auto k) {
+            constexpr int K = decltype(k)::value;
+            vx::unrolled<0, Q>([&](auto q) {
+                constexpr int J = decltype(q)::value;
+                b[K][J] = vx::twice(vx::load<vx::f4, block_width<N, J>>(row_at<float>(v.p, v.row, K) + 4 * J));
+            });
+        });
+    }
+
+    template <class VA, class VC>
+    void apply(const VA& a, const VC& c) const
+    {
+        vx::unrolled<0, N / 2>([&](auto r) {
+            constexpr int I = 2 * decltype(r)::value;
+            vx::f8 s[Q] = {};
+            vx::unrolled<0, Q>([&](auto qa) {
+                constexpr int QA = decltype(qa)::value, W = block_width<N, QA>;
+                const vx::f8 pair =
+                    N == 4 && a.row == 16 ? vx::load<vx::f8, 8>(row_at<float>(a.p, a.row, I))
+                                          : vx::join(vx::load<vx::f4, W>(row_at<float>(a.p, a.row, I) + 4 * QA),
+                                                     vx::load<vx::f4, W>(row_at<float>(a.p, a.row, I + 1) + 4 * QA));
+                vx::unrolled<0, W>([&](auto kk) {
+                    constexpr int KK = decltype(kk)::value;
+                    const vx::f8 ak = vx::splat_halves<KK>(pair);
+                    vx::unrolled<0, Q>([&](auto q) { s[q] = s[q] + ak * b[4 * QA + KK][q]; });
+                });
+            });
+            if (N == 4 && c.row == 16) {  // packed rows: the pair is one run of eight
+                vx::store<8>(row_at<float>(c.p, c.row, I), s[0]);
+                return;
+            }
+            vx::unrolled<0, Q>([&](auto q) {
+                constexpr int J = decltype(q)::value;
+                vx::store<block_width<N, J>>(row_at<float>(c.p, c.row, I) + 4 * J, vx::lo(s[J]));
+                vx::store<block_width<N, J>>(row_at<float>(c.p, c.row, I + 1) + 4 * J, vx::hi(s[J]));
+            });
+        });
+        if constexpr (N % 2) {
+            constexpr int I = N - 1;
+            vx::f4 s[Q] = {};
+            vx::unrolled<0, Q>([&](auto qa) {
+                constexpr int QA = decltype(qa)::value, W = block_width<N, QA>;
+                const vx::f4 row = vx::load<vx::f4, W>(row_at<float>(a.p, a.row, I) + 4 * QA);
+                vx::unrolled<0, W>([&](auto kk) {
+                    constexpr int KK = decltype(kk)::value;
+                    const vx::f4 ak = vx::splat<KK>(row);
+                    vx::unrolled<0, Q>([&](auto q) { s[q] = s[q] + ak * vx::lo(b[4 * QA + KK][q]); });
+                });
+            });
+            vx::unrolled<0, Q>([&](auto q) {
+                constexpr int J = decltype(q)::value;
+                vx::store<block_width<N, J>>(row_at<float>(c.p, c.row, I) + 4 * J, s[J]);
+            });
+        }
+    }
+};
+
+// 64f: one result row at a time, four columns per vector; each a(i, k) is
+// spread over a vector and multiplies the held row k of B.
+template <int N>
+struct MmDense64 {
+    static constexpr int Q = (N + 3) / 4;
+    vx::d4 b[N][Q];
+
+    template <class V>
+    void load_b(const V& v)
+    {
+        vx::unrolled<0, N>([&](auto k) {
+            constexpr int K = decltype(k)::value;
+            vx::unrolled<0, Q>([&](auto q) {
+                constexpr int J = decltype(q)::value;
+                b[K][J] = vx::load<vx::d4, block_width<N, J>>(row_at<double>(v.p, v.row, K) + 4 * J);
+            });
+        });
+    }
+
+    template <class VA, class VC>
+    void apply(const VA& a, const VC& c) const
+    {
+        vx::unrolled<0, N>([&](auto r) {
+            constexpr int I = decltype(r)::value;
+            const double* ai = row_at<double>(a.p, a.row, I);
+            vx::d4 s[Q] = {};
+            vx::unrolled<0, N>([&](auto k) {
+                constexpr int K = decltype(k)::value;
+                const double x = ai[K];
+                vx::unrolled<0, Q>([&](auto q) { s[q] = s[q] + x * b[K][q]; });
+            });
+            vx::unrolled<0, Q>([&](auto q) {
+                constexpr int J = decltype(q)::value;
+                vx::store<block_width<N, J>>(row_at<double>(c.p, c.row, I) + 4 * J, s[J]);
+            });
+        });
+    }
+};
+
+template <class D>
+constexpr bool dense_rows = std::is_same_v<D, Strided<typename D::Elem, true>> ||
+                            std::is_same_v<D, List<typename D::Elem, true>>;
+
+// The walker of the written-out orders on contiguous rows.  A single B (object
+// stride 0) is loaded once for the whole run.
+template <int N, class A, class B, class D>
+static KELM_WIDE __attribute__((flatten)) void mm_dense_run(int count, const A& a, const B& b, const D& d)
+{
+    using K = std::conditional_t<sizeof(typename D::Elem) == 4, MmDense32<N>, MmDense64<N>>;
+    K kernel;
+    bool singleB = false;
+    if constexpr (std::is_same_v<B, Strided<typename D::Elem, true>>) singleB = b.obj == 0;
+    if (singleB) {
+        kernel.load_b(b[0]);
+        for (int k = 0; k < count; ++k) kernel.apply(a[k], d[k]);
+    } else {
+        for (int k = 0; k < count; ++k) {
+            kernel.load_b(b[k]);
+            kernel.apply(a[k], d[k]);
+        }
+    }
+}
+
+// Written-out orders in any other description or with a transposed operand:
+// op(A) and op(B) of each object are gathered into local contiguous blocks,
+// the product formed there as above and the result scattered out.
+template <class T, bool TR1, bool TR2, int N, class A, class B, class D>
+static KELM_WIDE __attribute__((flatten)) void mm_gather_run(int count, const A& a, const B& b, const D& d)
+{
+    using K = std::conditional_t<sizeof(T) == 4, MmDense32<N>, MmDense64<N>>;
+    T la[N * N], lb[N * N], lc[N * N];
+    const DenseView<T, true> va{bytes(la), ptrdiff_t(N * sizeof(T)), ptrdiff_t(sizeof(T))},
+        vb{bytes(lb), ptrdiff_t(N * sizeof(T)), ptrdiff_t(sizeof(T))},
+        vc{bytes(lc), ptrdiff_t(N * sizeof(T)), ptrdiff_t(sizeof(T))};
+    K kernel;
+    for (int k = 0; k < count; ++k) {
+        const auto ak = a[k];
+        const auto bk = b[k];
+        for (int i = 0; i < N; ++i)
+            for (int j = 0; j < N; ++j) {
+                la[i * N + j] = op_at<TR1>(ak, i, j);
+                lb[i * N + j] = op_at<TR2>(bk, i, j);
+            }
+        kernel.load_b(vb);
+        kernel.apply(va, vc);
+        const auto dk = d[k];
+        for (int i = 0; i < N; ++i)
+            for (int j = 0; j < N; ++j) dk(i, j) = lc[i * N + j];
+    }
+}
+
+// Every other path: the views' own loops, widened as well.
+template <class T, bool TR1, bool TR2, int N, class A, class B, class D>
+static KELM_WIDE __attribute__((flatten)) void mm_walk(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
+{
+    for (int k = 0; k < count; ++k) mul_one<T, TR1, TR2, N, N, N>(a[k], b[k], d[k], m, kk, n);
+}
+
 // A single operand of a fixed order, copied once into a local contiguous
 // block so that it stays in cache and registers over the whole run.
 template <class T, int N>
@@ -159,14 +342,20 @@ kelStatus mul_run(int count, const A& a, const B& b, const D& d, int m, int kk, 
         const Hoisted<T, N> h(b);
         return mul_run<TR1, TR2, false, false, N>(count, a, h.desc(), d, m, kk, n);
     } else {
-        for (int k = 0; k < count; ++k) mul_one<T, TR1, TR2, N, N, N>(a[k], b[k], d[k], m, kk, n);
+        if constexpr (N > 0 && !TR1 && !TR2 && dense_rows<A> && dense_rows<B> && dense_rows<D>)
+            mm_dense_run<N>(count, a, b, d);
+        else if constexpr (N > 0)
+            mm_gather_run<T, TR1, TR2, N>(count, a, b, d);
+        else
+            mm_walk<T, TR1, TR2, N>(count, a, b, d, m, kk, n);
         return kelOk;
     }
 }
 
-// The kernel of every description: square operands of orders 3 to MaxOrder
-// take written-out code, all other sizes the general loop.
-template <bool TR1, bool TR2, bool S1, bool S2, int MaxOrder, class A, class B, class D>
+// The kernel of every description: square operands of orders 3 to 6 take
+// written-out code (single pairs and arrays alike: the bits are those of the
+// general loop either way), all other sizes the general loop.
+template <bool TR1, bool TR2, bool S1, bool S2, class A, class B, class D>
 kelStatus ownkelmMul(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
 {
     if (m == kk && kk == n) {
@@ -174,9 +363,7 @@ kelStatus ownkelmMul(int count, const A& a, const B& b, const D& d, int m, int k
         case 3: return mul_run<TR1, TR2, S1, S2, 3>(count, a, b, d, m, kk, n);
         case 4: return mul_run<TR1, TR2, S1, S2, 4>(count, a, b, d, m, kk, n);
         case 5: return mul_run<TR1, TR2, S1, S2, 5>(count, a, b, d, m, kk, n);
-        case 6:
-            if constexpr (MaxOrder >= 6) return mul_run<TR1, TR2, S1, S2, 6>(count, a, b, d, m, kk, n);
-            break;
+        case 6: return mul_run<TR1, TR2, S1, S2, 6>(count, a, b, d, m, kk, n);
         default: break;
         }
     }
@@ -185,12 +372,12 @@ kelStatus ownkelmMul(int count, const A& a, const B& b, const D& d, int m, int k
 
 // Serial path: the contiguous kernel when every element stride is the element
 // size, else the general-stride one.
-template <bool TR1, bool TR2, bool S1, bool S2, int MaxOrder, class A, class B, class D>
+template <bool TR1, bool TR2, bool S1, bool S2, class A, class B, class D>
 kelStatus mul_serial(int count, const A& a, const B& b, const D& d, int m, int kk, int n)
 {
     return with_unit_strides(
         [&](const auto& x, const auto& y, const auto& z) {
-            return ownkelmMul<TR1, TR2, S1, S2, MaxOrder>(count, x, y, z, m, kk, n);
+            return ownkelmMul<TR1, TR2, S1, S2>(count, x, y, z, m, kk, n);
         },
         a, b, d);
 }
@@ -205,7 +392,7 @@ kelStatus ownOMP_kelmMul(int count, const A& a, const B& b, const D& d, int m, i
             return split_over(
                 count,
                 [&](int mine, const auto& xa, const auto& yb, const auto& zd) {
-                    return ownkelmMul<TR1, TR2, S1, S2, 5>(mine, xa, yb, zd, m, kk, n);
+                    return ownkelmMul<TR1, TR2, S1, S2>(mine, xa, yb, zd, m, kk, n);
                 },
                 x, y, z);
         },
@@ -295,7 +482,7 @@ inline bool mul_parallel(I32 work, bool unit)
         KELM_CHECKS(nulls(src1, src2, dst), sizes(src1Width, src1Height, src2Width, src2Height), agree(sz.agree), \
                     strides<T>(src1RowStride, src1ElemStride), strides<T>(src2RowStride, src2ElemStride),         \
                     strides<T>(dstRowStride, dstElemStride));                                                      \
-        return mul_serial<TR1, TR2, false, false, 6>(1, mat(src1, src1RowStride, src1ElemStride),                 \
+        return mul_serial<TR1, TR2, false, false>(1, mat(src1, src1RowStride, src1ElemStride),                 \
                                                      mat(src2, src2RowStride, src2ElemStride),                    \
                                                      mat(dst, dstRowStride, dstElemStride), sz.m, sz.kk, sz.n);   \
     }                                                                                                              \
@@ -305,7 +492,7 @@ inline bool mul_parallel(I32 work, bool unit)
         KELM_MUL_SIZES(TR1, TR2);                                                                                  \
         KELM_CHECKS(nulls(src1, src2, dst), sizes(src1Width, src1Height, src2Width, src2Height), agree(sz.agree), \
                     shifts<T>(src1ObjShift, src2ObjShift, dstObjShift));                                           \
-        return ownkelmMul<TR1, TR2, false, false, 6>(1, ptrs<T>(src1, src1ObjShift, 0, src1Width),               \
+        return ownkelmMul<TR1, TR2, false, false>(1, ptrs<T>(src1, src1ObjShift, 0, src1Width),               \
                                                      ptrs<T>(src2, src2ObjShift, 0, src2Width),                   \
                                                      ptrs<T>(dst, dstObjShift, 0, sz.n), sz.m, sz.kk, sz.n);      \
     }
@@ -321,7 +508,7 @@ inline bool mul_parallel(I32 work, bool unit)
         const I32 work = mul_work(A1, A2, src1Width, src1Height, src2Width, src2Height, sz.m, sz.n, count);       \
         if (mul_parallel<T, MulForm::FORM>(work, UNIT))                                                            \
             return ownOMP_##NAME(count, a_, b_, d_, sz.m, sz.kk, sz.n);                                            \
-        return mul_serial<TR1, TR2, !A1, !A2, 5>(count, a_, b_, d_, sz.m, sz.kk, sz.n);                           \
+        return mul_serial<TR1, TR2, !A1, !A2>(count, a_, b_, d_, sz.m, sz.kk, sz.n);                              \
     }
 
 #define KELM_MUL_UNIT(T) (src1ElemStride == int(sizeof(T)) && src2ElemStride == int(sizeof(T)) && \

@@ -6,6 +6,10 @@
 // those bits, including 0 + (-0) = +0 for a row of negative zero products, so
 // every path (general loop, written-out orders, SSE) starts from zero.
 //
+// The matrix-vector walkers are compiled for the baseline and for AVX2 (no
+// fused multiply-add), the clone picked at load; both do the same IEEE
+// operations in the same order.
+//
 // By-constant: every result element is one product, source element times
 // the constant, so any order of work gives the same bits.
 #pragma once
@@ -16,7 +20,9 @@
 #include <type_traits>
 
 #include "addsub.h"  // KELM_FOR_TYPES
+#include "common/dispatch.h"
 #include "elementwise.h"
+#include "mul_vectors.h"
 
 namespace kelm {
 
@@ -42,7 +48,7 @@ constexpr bool unit_dense_view<DenseView<T, true>> = true;
 // The general loop: each result element is cleared, then the running sum is
 // stored into it after every product.
 template <bool Tr, class A, class X, class Y>
-void mv_general(int count, const A& a, const X& x, const Y& y, int rows, int inner)
+static KELM_WIDE __attribute__((flatten)) void mv_general(int count, const A& a, const X& x, const Y& y, int rows, int inner)
 {
     using T = typename Y::Elem;
     for (int k = 0; k < count; ++k) {
@@ -321,8 +327,52 @@ void mv3_single_dense32(int count, const float* a, const float* x, float* y)
 }
 
 
+// 32f order 4, op(A) = A, two objects at a time (object k in the low half,
+// k + 1 in the high half): the row products are turned so that lane i of
+// column vector j holds a(i, j) x(j), then added from zero in ascending j.
+template <class V, class XV, class YV>
+inline void mv4_pair32(const V& a0, const V& a1, const XV& x0, const XV& x1, const YV& y0, const YV& y1)
+{
+    using namespace vx;
+    const f8 xs = join(load<f4, 4>(&x0[0]), load<f4, 4>(&x1[0]));
+    f8 p[4];
+    for (int i = 0; i < 4; ++i) p[i] = join(load<f4, 4>(&a0(i, 0)), load<f4, 4>(&a1(i, 0))) * xs;
+    const f8 t0 = __builtin_shufflevector(p[0], p[1], 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 t1 = __builtin_shufflevector(p[0], p[1], 2, 10, 3, 11, 6, 14, 7, 15);
+    const f8 t2 = __builtin_shufflevector(p[2], p[3], 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 t3 = __builtin_shufflevector(p[2], p[3], 2, 10, 3, 11, 6, 14, 7, 15);
+    f8 s = f8{} + __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
+    s = s + __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
+    s = s + __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
+    s = s + __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
+    store<4>(&y0[0], lo(s));
+    store<4>(&y1[0], hi(s));
+}
+
+// 64f order 4, op(A) = A, one object: four row products in four-lane
+// vectors, turned so that lane i of column vector j holds a(i, j) x(j).
+template <class V, class XV, class YV>
+inline void mv4_dense64(const V& a, const XV& x, const YV& y)
+{
+    using namespace vx;
+    const d4 xs = load<d4, 4>(&x[0]);
+    d4 p[4];
+    for (int i = 0; i < 4; ++i) p[i] = load<d4, 4>(&a(i, 0)) * xs;
+    const d4 t0 = __builtin_shufflevector(p[0], p[1], 0, 4, 2, 6);
+    const d4 t1 = __builtin_shufflevector(p[0], p[1], 1, 5, 3, 7);
+    const d4 t2 = __builtin_shufflevector(p[2], p[3], 0, 4, 2, 6);
+    const d4 t3 = __builtin_shufflevector(p[2], p[3], 1, 5, 3, 7);
+    d4 s = d4{} + __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
+    s = s + __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
+    s = s + __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+    s = s + __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
+    store<4>(&y[0], s);
+}
+
+// The walker of the written-out orders (compiled for the baseline and for
+// AVX2, chosen at load).
 template <int N, bool Tr, class A, class X, class Y>
-void mv_fixed(int count, const A& a, const X& x, const Y& y)
+static KELM_WIDE __attribute__((flatten)) void mv_fixed(int count, const A& a, const X& x, const Y& y)
 {
     using T = typename Y::Elem;
     if constexpr (N == 3 && std::is_same_v<T, float> && std::is_same_v<A, Strided<T, true>> &&
@@ -342,7 +392,17 @@ void mv_fixed(int count, const A& a, const X& x, const Y& y)
         m.load(a[0]);
         for (int k = 0; k < count; ++k) m.apply(x[k], y[k]);
     } else {
-        for (int k = 0; k < count; ++k) MvFixed<N, Tr, T>::direct(a[k], x[k], y[k]);
+        int k = 0;
+        constexpr bool dense = unit_dense_view<decltype(a[0])> && unit_dense_view<decltype(x[0])> &&
+                               unit_dense_view<decltype(y[0])>;
+        if constexpr (N == 4 && !Tr && dense) {
+            if constexpr (std::is_same_v<T, float>) {
+                for (; k + 2 <= count; k += 2) mv4_pair32(a[k], a[k + 1], x[k], x[k + 1], y[k], y[k + 1]);
+            } else {
+                for (; k < count; ++k) mv4_dense64(a[k], x[k], y[k]);
+            }
+        }
+        for (; k < count; ++k) MvFixed<N, Tr, T>::direct(a[k], x[k], y[k]);
     }
 }
 

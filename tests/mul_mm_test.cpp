@@ -4,6 +4,7 @@
 #include <omp.h>
 
 #include <functional>
+#include <limits>
 #include <tuple>
 #include <vector>
 
@@ -370,3 +371,32 @@ TYPED_TEST(MulMM, ParallelRunsMatchReference)
 }
 
 }  // namespace
+
+// The written-out orders work on several rows and columns per vector: an
+// infinity or NaN planted in one object must reach exactly the elements whose
+// sums take it, in every object of an odd-length run, whichever layout.
+TYPED_TEST(MulMM, NonFiniteOperandsStayInTheirOwnElements)
+{
+    using T = TypeParam;
+    const T inf = std::numeric_limits<T>::infinity(), nan = std::numeric_limits<T>::quiet_NaN();
+    for (const Case& c : cases()) {
+        if (c.tr1 || c.tr2) continue;
+        for (Desc desc : {Desc::Contig, Desc::List, Desc::Strided})
+            for (int n = 3; n <= 6; ++n) {
+                SCOPED_TRACE(::testing::Message() << "kelmMul_" << c.name << "_" << kt::type_name<T>() << " "
+                                                  << kt::name(desc) << " order " << n);
+                if (desc == Desc::List && !(c.a1 || c.a2)) continue;
+                Setup<T> s(c, desc, n, n, n, 5, unsigned(n));
+                s.opa_ref(s.count - 1, n - 1, 0) = inf;
+                s.opb_ref(s.count / 2, 0, n - 1) = nan;
+                s.opa_ref(0, 1, n - 1) = -inf;
+                ASSERT_EQ(s.run(), kelOk);
+                for (int o = 0; o < s.count; ++o)
+                    for (int i = 0; i < n; ++i)
+                        for (int j = 0; j < n; ++j)
+                            ASSERT_TRUE(kt::same_bits(s.d.at(o, i, j), s.expected(o, i, j)))
+                                << "object " << o << " element (" << i << ", " << j << ")";
+                EXPECT_TRUE(s.d.canaries_intact());
+            }
+    }
+}

@@ -579,3 +579,28 @@ TEST(MulChecks, StatusOrderAndNothingWritten)
 }
 
 }  // namespace
+
+// Arrays of square matrices run several objects per vector: an odd count
+// leaves a last object on its own, and an infinity or NaN planted in one
+// object must reach only that object's sums.
+template <class T>
+void check_odd_runs_with_non_finite_values()
+{
+    const T inf = std::numeric_limits<T>::infinity(), nan = std::numeric_limits<T>::quiet_NaN();
+    for (Mv kind : {Mv::mva, Mv::mav, Mv::mava})
+        for (bool tr : {false, true})
+            for (Desc f : {Desc::Contig, Desc::Strided, Desc::List})
+                for (int n = 3; n <= 6; ++n) {
+                    SCOPED_TRACE(testing::Message() << (tr ? "t" : "m") << name(kind) + 1 << " " << kt::type_name<T>()
+                                                    << " " << kt::name(f) << " order " << n);
+                    MvCall<T> c(kind, tr, f, n, n, n, 7, unsigned(n));
+                    c.A.at(c.A.count() - 1, n - 1, 0) = inf;
+                    c.X.at(c.X.count() / 2, n - 1) = nan;
+                    c.A.at(0, 0, n - 1) = -inf;
+                    ASSERT_EQ(c.run(), kelOk);
+                    c.expect_results();
+                }
+}
+
+TEST(MulMatrixVector, OddRunsKeepNonFiniteValuesInTheirObjects32f) { check_odd_runs_with_non_finite_values<float>(); }
+TEST(MulMatrixVector, OddRunsKeepNonFiniteValuesInTheirObjects64f) { check_odd_runs_with_non_finite_values<double>(); }

@@ -1,0 +1,80 @@
+// Vector types for the product kernels, in the compiler's own vector
+// notation rather than instruction intrinsics, so that one source compiles to
+// SSE2 for the baseline clone and to 256-bit AVX for the AVX2 clone of a
+// KELM_WIDE kernel.  Every operation is element-wise IEEE arithmetic (one
+// rounding per multiply and per add; the build never contracts them), so a
+// lane computes exactly what the scalar code would.
+#pragma once
+
+#include <cstddef>
+#include <type_traits>
+#include <utility>
+
+// Eight-lane values only live inside inlined code, never across a call
+// boundary between clones, so the ABI note about them does not apply.
+#pragma GCC diagnostic ignored "-Wpsabi"
+
+namespace kelm {
+namespace vx {
+
+typedef float f4 __attribute__((vector_size(16)));
+typedef float f8 __attribute__((vector_size(32)));
+typedef double d2 __attribute__((vector_size(16)));
+typedef double d4 __attribute__((vector_size(32)));
+
+// The first W elements at p into a vector of V (W <= lanes); the other lanes
+// are zero.  Reads only W elements.
+template <class V, int W, class T, std::size_t... I>
+inline V load_lanes(const T* p, std::index_sequence<I...>)
+{
+    return V{(I < std::size_t(W) ? p[I] : T(0))...};
+}
+template <class V, int W, class T>
+inline V load(const T* p)
+{
+    constexpr std::size_t lanes = sizeof(V) / sizeof(T);
+    if constexpr (W == int(lanes)) {
+        V v;
+        __builtin_memcpy(&v, p, sizeof(V));
+        return v;
+    } else {
+        return load_lanes<V, W>(p, std::make_index_sequence<lanes>{});
+    }
+}
+
+// Stores the first W lanes of v at p.
+template <int W, class V, class T>
+inline void store(T* p, const V& v)
+{
+    __builtin_memcpy(p, &v, W * sizeof(T));
+}
+
+// The two halves of an eight-lane float vector.
+inline f4 lo(f8 v) { return __builtin_shufflevector(v, v, 0, 1, 2, 3); }
+inline f4 hi(f8 v) { return __builtin_shufflevector(v, v, 4, 5, 6, 7); }
+inline f8 join(f4 a, f4 b) { return __builtin_shufflevector(a, b, 0, 1, 2, 3, 4, 5, 6, 7); }
+inline f8 twice(f4 a) { return __builtin_shufflevector(a, a, 0, 1, 2, 3, 0, 1, 2, 3); }
+// Lane K of each half, spread over that half.
+template <int K>
+inline f8 splat_halves(f8 v)
+{
+    return __builtin_shufflevector(v, v, K, K, K, K, 4 + K, 4 + K, 4 + K, 4 + K);
+}
+template <int K>
+inline f4 splat(f4 v)
+{
+    return __builtin_shufflevector(v, v, K, K, K, K);
+}
+
+// f(std::integral_constant<int, I>) for I = Begin .. End - 1, written out.
+template <int Begin, int End, class F>
+inline void unrolled(F&& f)
+{
+    if constexpr (Begin < End) {
+        f(std::integral_constant<int, Begin>{});
+        unrolled<Begin + 1, End>(f);
+    }
+}
+
+}  // namespace vx
+}  // namespace kelm
