@@ -27,20 +27,12 @@ struct SubFromOp {
 
 // The kernels have internal linkage: each source file keeps its own copies.
 // Widened (cloned) templates of external linkage would be exported with their
-// resolvers whatever the visibility asked for.  On 32-bit x86 the linker mixes
-// up same-named local clone resolvers of different files (Sub gave wrong
-// results), so the 32-bit build keeps one baseline copy of each kernel.
-#if defined(__x86_64__)
-#define KELM_EW_WIDE KELM_WIDE
-#else
-#define KELM_EW_WIDE
-#endif
-
+// resolvers whatever the visibility asked for.
 namespace {
 
 // One run of objects; H and W above 0 are compile-time sizes.
 template <class Op, int H, int W, class A, class B, class D>
-KELM_EW_WIDE kelStatus ew_objects(int count, const A& a, const B& b, const D& d, int h, int w)
+KELM_WIDE kelStatus ew_objects(int count, const A& a, const B& b, const D& d, int h, int w)
 {
     using T = typename D::Elem;
     const int rows = H ? H : h, cols = W ? W : w;
@@ -107,7 +99,7 @@ RunOf<T> run_of(const Strided<T, true>& s) { return {&elem_at<T>(s.base)}; }
 // destinations written, so in-place use (dst equal to a source) is exact and
 // each block becomes a few full-width vector operations.
 template <class Op, class T, class X, class Y>
-KELM_EW_WIDE void ew_run(ptrdiff_t n, X x, Y y, T* d)
+KELM_WIDE void ew_run(ptrdiff_t n, X x, Y y, T* d)
 {
     constexpr int B = 64 / int(sizeof(T));
     ptrdiff_t e = 0;

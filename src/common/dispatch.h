@@ -7,13 +7,16 @@
 // never contracts multiplies and adds, and the AVX2 clone does not enable
 // FMA), so results are bit-identical whichever clone runs.
 //
+// Only the x86-64 build is cloned.  On 32-bit x86 the linker can mix up the
+// same-named local resolvers of clones in different source files, so that
+// build keeps the one baseline (SSE2) copy of every kernel.
+//
 // Mark the outermost loop of a kernel (the function that walks the objects)
 // so that everything inlined into it is widened; marking tiny per-object
 // helpers instead costs an indirect call per object.
 #pragma once
 
-#if defined(__GNUC__) && !defined(__clang__) && (defined(__x86_64__) || defined(__i386__)) && \
-    !defined(KELM_NO_CLONES)
+#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__) && !defined(KELM_NO_CLONES)
 #define KELM_WIDE __attribute__((target_clones("avx2", "default")))
 #else
 #define KELM_WIDE
