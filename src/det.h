@@ -4,16 +4,33 @@
 //
 // Closed forms expand along the first row; the minors of the lower rows are
 // formed once each, from the bottom up (2x2 minors of the last two rows, then
-// 3x3 minors of the last three, ...), and every sum runs in long double.  The
-// result is rounded to the element type once, on storing.
+// 3x3 minors of the last three, ...).  The sums of the expansion run in a
+// precision wider than the element type and the result is rounded to the
+// element type once, on storing:
+//   64f  minors of orders 3 and 4 in double, their sums in long double; every
+//        minor of orders 5 and 6 in long double.  Callers compare the last
+//        bits of these results, so the order of every term is fixed.
+//   32f  everything in double.  Double is the wider type for floats (the 2x2
+//        minors' products are exact in it), so the whole expansion runs in
+//        SSE registers, without the x87 unit, and vectorises across objects.
+//
+// Arrays run four objects at a time: lane l of a Lanes value holds a quantity
+// of object k + l, computed by exactly the operations the single object
+// would see.  A last block of fewer than four objects fills the spare lanes
+// with copies of its last object and stores only the live lanes, so every
+// object, single or in an array, takes the same path and gets the same bits.
 #pragma once
 
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 #include "common/check.h"
 #include "common/desc.h"
+#include "common/dispatch.h"
 #include "common/parallel.h"
 #include "kelm.h"
 
@@ -21,63 +38,235 @@ namespace kelm {
 
 using LD = long double;
 
-// The 2x2 minors and the products of the 3x3 level are formed in double
-// (SSE; the minors' products are exact for 32f), every sum of the expansion
-// runs in long double.
-// Loading the elements once into locals keeps x87 traffic to the sums.
-template <class T, class V>
-inline T a6_Det_m_3x3(const V& a)
+// Four doubles, one per object: a pair of SSE2 registers on the baseline, one
+// AVX register in the wide clone; lane-wise IEEE operations either way.
+using Lanes = double __attribute__((vector_size(4 * sizeof(double))));
+using LanesF = float __attribute__((vector_size(4 * sizeof(float))));
+constexpr int kLanes = 4;
+
+#define KELM_DET_INLINE inline __attribute__((always_inline))
+
+template <class V>
+constexpr bool kUnitRows = false;  // rows of contiguous elements: one load per row
+template <class T>
+constexpr bool kUnitRows<DenseView<T, true>> = true;
+
+// Unaligned loads of a whole row.
+using RowD = double __attribute__((vector_size(4 * sizeof(double)), aligned(sizeof(double)), may_alias));
+using RowF = float __attribute__((vector_size(4 * sizeof(float)), aligned(sizeof(float)), may_alias));
+
+using LaneIdx = long long __attribute__((vector_size(4 * sizeof(long long))));
+using LaneIdxF = int __attribute__((vector_size(4 * sizeof(int))));
+
+// Four rows of four elements, one row per object, turned into four columns of
+// lanes: column j holds element j of every object.
+KELM_DET_INLINE void transpose_rows(const double* r0, const double* r1, const double* r2, const double* r3,
+                                    Lanes* col)
 {
-    const double a10 = a(1, 0), a11 = a(1, 1), a12 = a(1, 2);
-    const double a20 = a(2, 0), a21 = a(2, 1), a22 = a(2, 2);
-    const LD m1 = a20 * a12 - a10 * a22, m2 = a21 * a10 - a20 * a11, m0 = a11 * a22 - a12 * a21;
-    // Term order is fixed: callers compare the last bits.
-    return T(m1 * LD(a(0, 1)) + m2 * LD(a(0, 2)) + m0 * LD(a(0, 0)));
+    const Lanes a = *reinterpret_cast<const RowD*>(r0), b = *reinterpret_cast<const RowD*>(r1);
+    const Lanes c = *reinterpret_cast<const RowD*>(r2), e = *reinterpret_cast<const RowD*>(r3);
+    const Lanes ab0 = __builtin_shuffle(a, b, LaneIdx{0, 4, 2, 6}), ab1 = __builtin_shuffle(a, b, LaneIdx{1, 5, 3, 7});
+    const Lanes ce0 = __builtin_shuffle(c, e, LaneIdx{0, 4, 2, 6}), ce1 = __builtin_shuffle(c, e, LaneIdx{1, 5, 3, 7});
+    col[0] = __builtin_shuffle(ab0, ce0, LaneIdx{0, 1, 4, 5});
+    col[1] = __builtin_shuffle(ab1, ce1, LaneIdx{0, 1, 4, 5});
+    col[2] = __builtin_shuffle(ab0, ce0, LaneIdx{2, 3, 6, 7});
+    col[3] = __builtin_shuffle(ab1, ce1, LaneIdx{2, 3, 6, 7});
 }
 
-template <class T, class V>
-inline T a6_Det_m_4x4(const V& a)
+// Lane by lane, so that the wide clone converts all four in one instruction.
+KELM_DET_INLINE void widen(const LanesF& f, Lanes& d) { d = Lanes{double(f[0]), double(f[1]), double(f[2]), double(f[3])}; }
+
+KELM_DET_INLINE void transpose_rows(const float* r0, const float* r1, const float* r2, const float* r3, Lanes* col)
 {
-    const double a20 = a(2, 0), a21 = a(2, 1), a22 = a(2, 2), a23 = a(2, 3);
-    const double a30 = a(3, 0), a31 = a(3, 1), a32 = a(3, 2), a33 = a(3, 3);
-    const double m01 = a20 * a31 - a21 * a30, m02 = a20 * a32 - a22 * a30, m03 = a20 * a33 - a23 * a30;
-    const double m12 = a21 * a32 - a22 * a31, m13 = a21 * a33 - a23 * a31, m23 = a22 * a33 - a23 * a32;
-    const double a10 = a(1, 0), a11 = a(1, 1), a12 = a(1, 2), a13 = a(1, 3);
-    const LD c0 = LD(a11 * m23) - LD(a12 * m13) + LD(a13 * m12);
-    const LD c1 = LD(a10 * m23) - LD(a12 * m03) + LD(a13 * m02);
-    const LD c2 = LD(a10 * m13) - LD(a11 * m03) + LD(a13 * m01);
-    const LD c3 = LD(a10 * m12) - LD(a11 * m02) + LD(a12 * m01);
-    return T(LD(a(0, 0)) * c0 - LD(a(0, 1)) * c1 + LD(a(0, 2)) * c2 - LD(a(0, 3)) * c3);
+    const LanesF a = *reinterpret_cast<const RowF*>(r0), b = *reinterpret_cast<const RowF*>(r1);
+    const LanesF c = *reinterpret_cast<const RowF*>(r2), e = *reinterpret_cast<const RowF*>(r3);
+    const LanesF ab0 = __builtin_shuffle(a, b, LaneIdxF{0, 4, 1, 5}), ab1 = __builtin_shuffle(a, b, LaneIdxF{2, 6, 3, 7});
+    const LanesF ce0 = __builtin_shuffle(c, e, LaneIdxF{0, 4, 1, 5}), ce1 = __builtin_shuffle(c, e, LaneIdxF{2, 6, 3, 7});
+    widen(__builtin_shuffle(ab0, ce0, LaneIdxF{0, 1, 4, 5}), col[0]);
+    widen(__builtin_shuffle(ab0, ce0, LaneIdxF{2, 3, 6, 7}), col[1]);
+    widen(__builtin_shuffle(ab1, ce1, LaneIdxF{0, 1, 4, 5}), col[2]);
+    widen(__builtin_shuffle(ab1, ce1, LaneIdxF{2, 3, 6, 7}), col[3]);
+}
+
+// Rows lo..N-1 of objects k .. k+live-1 as lanes (spare lanes repeat the
+// last live object).
+template <int N, class D>
+KELM_DET_INLINE void gather(const D& d, ptrdiff_t k, int live, int lo, Lanes (&a)[N][N])
+{
+    const auto o0 = d[k];
+    const auto o1 = d[k + (live > 1 ? 1 : 0)];
+    const auto o2 = d[k + (live > 2 ? 2 : live - 1)];
+    const auto o3 = d[k + (live > 3 ? 3 : live - 1)];
+    if constexpr (N == 4 && kUnitRows<std::remove_const_t<decltype(o0)>>) {
+        for (int i = lo; i < N; ++i) transpose_rows(&o0(i, 0), &o1(i, 0), &o2(i, 0), &o3(i, 0), a[i]);
+    } else {
+#pragma GCC unroll 6
+        for (int i = lo; i < N; ++i)
+#pragma GCC unroll 6
+            for (int j = 0; j < N; ++j)
+                a[i][j] = Lanes{double(o0(i, j)), double(o1(i, j)), double(o2(i, j)), double(o3(i, j))};
+    }
+}
+
+// Rounds the lanes to the element type and stores the live ones.
+template <class T>
+KELM_DET_INLINE void store(const Lanes& r, T* dst, int live)
+{
+    if constexpr (std::is_same_v<T, float>) {
+        const LanesF f = __builtin_convertvector(r, LanesF);
+        if (live == kLanes) std::memcpy(dst, &f, sizeof f);
+        else
+            for (int l = 0; l < live; ++l) dst[l] = f[l];
+    } else {
+        if (live == kLanes) std::memcpy(dst, &r, sizeof r);
+        else
+            for (int l = 0; l < live; ++l) dst[l] = r[l];
+    }
+}
+
+template <class T>
+constexpr bool kWideInDouble = std::is_same_v<T, float>;  // 32f: the expansion runs in double
+
+// Order 3: the 2x2 minors of rows 1 and 2 in double, the sum of the three
+// terms in the wider type, in this order (callers compare the last bits).
+template <class D>
+KELM_DET_INLINE void a6_Det_ma_3x3(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
+{
+    using T = typename D::Elem;
+    Lanes a[3][3] = {};
+    gather<3>(d, k, live, kWideInDouble<T> ? 0 : 1, a);
+    const Lanes m1 = a[2][0] * a[1][2] - a[1][0] * a[2][2];
+    const Lanes m2 = a[2][1] * a[1][0] - a[2][0] * a[1][1];
+    const Lanes m0 = a[1][1] * a[2][2] - a[1][2] * a[2][1];
+    if constexpr (kWideInDouble<T>) {
+        store<T>(m1 * a[0][1] + m2 * a[0][2] + m0 * a[0][0], dst, live);
+    } else {
+        for (int l = 0; l < live; ++l) {
+            const auto o = d[k + l];
+            dst[l] = T(LD(m1[l]) * LD(o(0, 1)) + LD(m2[l]) * LD(o(0, 2)) + LD(m0[l]) * LD(o(0, 0)));
+        }
+    }
+}
+
+// Order 4: the six 2x2 minors of rows 2 and 3 and their products with row 1
+// in double; the 3x3 minors' sums and the final sum in the wider type.
+template <class D>
+KELM_DET_INLINE void a6_Det_ma_4x4(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
+{
+    using T = typename D::Elem;
+    Lanes a[4][4] = {};
+    gather<4>(d, k, live, kWideInDouble<T> ? 0 : 1, a);
+    const Lanes m01 = a[2][0] * a[3][1] - a[2][1] * a[3][0], m02 = a[2][0] * a[3][2] - a[2][2] * a[3][0];
+    const Lanes m03 = a[2][0] * a[3][3] - a[2][3] * a[3][0], m12 = a[2][1] * a[3][2] - a[2][2] * a[3][1];
+    const Lanes m13 = a[2][1] * a[3][3] - a[2][3] * a[3][1], m23 = a[2][2] * a[3][3] - a[2][3] * a[3][2];
+    const Lanes p[4][3] = {{a[1][1] * m23, a[1][2] * m13, a[1][3] * m12},
+                           {a[1][0] * m23, a[1][2] * m03, a[1][3] * m02},
+                           {a[1][0] * m13, a[1][1] * m03, a[1][3] * m01},
+                           {a[1][0] * m12, a[1][1] * m02, a[1][2] * m01}};
+    if constexpr (kWideInDouble<T>) {
+        Lanes c[4];
+        for (int j = 0; j < 4; ++j) c[j] = p[j][0] - p[j][1] + p[j][2];
+        store<T>(a[0][0] * c[0] - a[0][1] * c[1] + a[0][2] * c[2] - a[0][3] * c[3], dst, live);
+    } else {
+        for (int l = 0; l < live; ++l) {
+            const auto o = d[k + l];
+            LD c[4];
+            for (int j = 0; j < 4; ++j) c[j] = LD(p[j][0][l]) - LD(p[j][1][l]) + LD(p[j][2][l]);
+            dst[l] = T(LD(o(0, 0)) * c[0] - LD(o(0, 1)) * c[1] + LD(o(0, 2)) * c[2] - LD(o(0, 3)) * c[3]);
+        }
+    }
 }
 
 // Orders 5 and 6: the minor of rows r..N-1 on the column set S (a bit mask
-// with N - r bits) is kept at m[S]; each level is built from the one below.
-template <int N, class T, class V>
-inline T det_expand(const V& a)
+// of N - r columns) is kept at m[S], the sum over the columns c of S in
+// increasing order of +-a(r, c) * m[S without c], signs alternating from +.
+// The steps are listed at compile time so that the expansion runs as
+// straight-line code.
+struct ExpandStep {
+    int dst, src, row, col, term;  // term 0 starts the sum; odd terms subtract
+};
+
+constexpr int bit_count(int s) { return s ? (s & 1) + bit_count(s >> 1) : 0; }
+
+template <int N>
+constexpr int expand_step_count()
 {
-    LD m[1 << N];
-    for (int c = 0; c < N; ++c) m[1 << c] = a(N - 1, c);
-    for (int r = N - 2; r >= 0; --r) {
-        const int bits = N - r;
-        for (int s = 0; s < (1 << N); ++s) {
-            if (__builtin_popcount(unsigned(s)) != bits) continue;
-            LD sum = 0;
-            int k = 0;
-            for (int c = 0; c < N; ++c) {
-                if (!(s & (1 << c))) continue;
-                const LD t = LD(a(r, c)) * m[s & ~(1 << c)];
-                sum = (k++ & 1) ? sum - t : sum + t;
-            }
-            m[s] = sum;
-        }
-    }
-    return T(m[(1 << N) - 1]);
+    int n = 0;
+    for (int s = 0; s < (1 << N); ++s)
+        if (bit_count(s) >= 2) n += bit_count(s);
+    return n;
 }
 
-template <class T, class V>
-inline T a6_Det_m_5x5(const V& a) { return det_expand<5, T>(a); }
-template <class T, class V>
-inline T a6_Det_m_6x6(const V& a) { return det_expand<6, T>(a); }
+template <int N>
+struct ExpandPlan {
+    ExpandStep step[expand_step_count<N>()];
+};
+
+template <int N>
+constexpr ExpandPlan<N> make_expand_plan()
+{
+    ExpandPlan<N> p{};
+    int n = 0;
+    for (int r = N - 2; r >= 0; --r)
+        for (int s = 0; s < (1 << N); ++s) {
+            if (bit_count(s) != N - r) continue;
+            int t = 0;
+            for (int c = 0; c < N; ++c)
+                if (s & (1 << c)) p.step[n++] = {s, s & ~(1 << c), r, c, t++};
+        }
+    return p;
+}
+
+template <int N>
+inline constexpr ExpandPlan<N> kExpandPlan = make_expand_plan<N>();
+
+// ZeroFirst: the long double sums start from 0 (0 + t, which turns a first
+// term of -0 into +0); the double ones start from their first term.
+template <int N, std::size_t I, bool ZeroFirst, class Acc, class At>
+KELM_DET_INLINE void expand_step(Acc* m, const At& at)
+{
+    constexpr ExpandStep s = kExpandPlan<N>.step[I];
+    const Acc t = at(s.row, s.col) * m[s.src];
+    if constexpr (s.term == 0) m[s.dst] = ZeroFirst ? Acc{} + t : t;
+    else if constexpr (s.term & 1) m[s.dst] = m[s.dst] - t;
+    else m[s.dst] = m[s.dst] + t;
+}
+
+// The full minor goes to det (an out parameter: vector returns would change
+// the calling convention between the two clones).
+template <int N, bool ZeroFirst, class Acc, class At, std::size_t... I>
+KELM_DET_INLINE void expand(const At& at, Acc& det, std::index_sequence<I...>)
+{
+    Acc m[1 << N];
+    for (int c = 0; c < N; ++c) m[1 << c] = at(N - 1, c);
+    (expand_step<N, I, ZeroFirst>(m, at), ...);
+    det = m[(1 << N) - 1];
+}
+
+template <int N, bool ZeroFirst, class Acc, class At>
+KELM_DET_INLINE void expand(const At& at, Acc& det)
+{
+    expand<N, ZeroFirst>(at, det, std::make_index_sequence<expand_step_count<N>()>());
+}
+
+template <int N, class D>
+KELM_DET_INLINE void a6_Det_ma_NxN(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
+{
+    using T = typename D::Elem;
+    if constexpr (kWideInDouble<T>) {
+        Lanes a[N][N] = {}, det;
+        gather<N>(d, k, live, 0, a);
+        expand<N, false>([&](int i, int j) -> const Lanes& { return a[i][j]; }, det);
+        store<T>(det, dst, live);
+    } else {
+        for (int l = 0; l < live; ++l) {
+            const auto o = d[k + l];
+            LD det;
+            expand<N, true>([&](int i, int j) { return LD(o(i, j)); }, det);
+            dst[l] = T(det);
+        }
+    }
+}
 
 // Elimination for orders 1, 2 and 7 up.  The buffer holds a row-major copy
 // (n*n elements) followed by n row indices.  The tolerance grows with the
@@ -122,28 +311,23 @@ inline T det_eliminate(const V& a, int n, T* buf)
     return std::fabs(u) > tol ? result * (u * sign) : T(0);
 }
 
-template <class T, class V>
-inline T det_one(const V& a, int n, T* buf)
+template <int N, class D>
+KELM_DET_INLINE void a6_Det_ma_block(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
 {
-    switch (n) {
-    case 3: return a6_Det_m_3x3<T>(a);
-    case 4: return a6_Det_m_4x4<T>(a);
-    case 5: return a6_Det_m_5x5<T>(a);
-    case 6: return a6_Det_m_6x6<T>(a);
-    default: return det_eliminate<T>(a, n, buf);
-    }
+    if constexpr (N == 3) a6_Det_ma_3x3(d, k, live, dst);
+    else if constexpr (N == 4) a6_Det_ma_4x4(d, k, live, dst);
+    else a6_Det_ma_NxN<N>(d, k, live, dst);
 }
 
-// Closed forms over an array: order fixed at compile time, objects in order.
+// Closed forms over an array: order fixed at compile time, objects in order,
+// four at a time, then the last few.  This is the function compiled for both
+// vector widths.
 template <int N, class D>
-inline void a6_Det_ma(const D& d, typename D::Elem* dst, int count)
+static KELM_WIDE void a6_Det_ma(const D& d, typename D::Elem* dst, int count)
 {
-    using T = typename D::Elem;
-    for (int k = 0; k < count; ++k) {
-        if constexpr (N == 3) dst[k] = a6_Det_m_3x3<T>(d[k]);
-        else if constexpr (N == 4) dst[k] = a6_Det_m_4x4<T>(d[k]);
-        else dst[k] = det_expand<N, T>(d[k]);
-    }
+    int k = 0;
+    for (; k + kLanes <= count; k += kLanes) a6_Det_ma_block<N>(d, k, kLanes, dst + k);
+    if (k < count) a6_Det_ma_block<N>(d, k, count - k, dst + k);
 }
 
 // The array kernel of every description: ownkelmDet_ma (contiguous), _S2,

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 #include <vector>
 
 #include "support.h"
@@ -128,6 +129,73 @@ void random_matrices()
 
 TEST(Det, RandomMatricesEveryDescription32f) { random_matrices<float>(); }
 TEST(Det, RandomMatricesEveryDescription64f) { random_matrices<double>(); }
+
+// The closed forms written out plainly, one object at a time, as the
+// library defines their last bits: for 64f the minors of orders 3 and 4 in
+// double and every sum in long double (orders 5 and 6: every minor in long
+// double, each sum starting from 0); for 32f everything in double, each sum
+// starting from its first term.
+template <class T>
+T closed_form(kt::Objects<T>& o, int k, int n)
+{
+    using W = std::conditional_t<std::is_same_v<T, float>, double, long double>;
+    auto a = [&](int i, int j) { return double(o.at(k, i, j)); };
+    if (n == 3) {
+        const double m1 = a(2, 0) * a(1, 2) - a(1, 0) * a(2, 2), m2 = a(2, 1) * a(1, 0) - a(2, 0) * a(1, 1);
+        const double m0 = a(1, 1) * a(2, 2) - a(1, 2) * a(2, 1);
+        return T(W(m1) * W(a(0, 1)) + W(m2) * W(a(0, 2)) + W(m0) * W(a(0, 0)));
+    }
+    if (n == 4) {
+        auto m = [&](int x, int y) { return a(2, x) * a(3, y) - a(2, y) * a(3, x); };
+        auto c = [&](int skip) {  // 3x3 minor of rows 1..3 without column skip
+            int col[3], q = 0;
+            for (int j = 0; j < 4; ++j)
+                if (j != skip) col[q++] = j;
+            return W(a(1, col[0]) * m(col[1], col[2])) - W(a(1, col[1]) * m(col[0], col[2])) +
+                   W(a(1, col[2]) * m(col[0], col[1]));
+        };
+        return T(W(a(0, 0)) * c(0) - W(a(0, 1)) * c(1) + W(a(0, 2)) * c(2) - W(a(0, 3)) * c(3));
+    }
+    // Minor of rows r..n-1 on the columns in mask, expanded along row r.
+    auto minor = [&](auto& self, int r, unsigned mask) -> W {
+        W sum = 0;
+        int t = 0;
+        for (int c = 0; c < n; ++c) {
+            if (!(mask & (1u << c))) continue;
+            const W term = r == n - 1 ? W(a(r, c)) : W(a(r, c)) * self(self, r + 1, mask & ~(1u << c));
+            if (r == n - 1) return term;
+            sum = t == 0 ? (std::is_same_v<T, float> ? term : sum + term) : t % 2 ? sum - term : sum + term;
+            ++t;
+        }
+        return sum;
+    };
+    return T(minor(minor, 0, (1u << n) - 1));
+}
+
+// Four objects run side by side in the array kernels; odd counts leave a last
+// partial block.  Every object, in every description and block position, and
+// the single-object forms, give the plain expansion's bits.
+template <class T>
+void closed_forms_bit_exact()
+{
+    for (Desc d : kAll)
+        for (int n = 3; n <= 6; ++n)
+            for (int count : {1, 3, 4, 6, 13}) {
+                SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d) << " n=" << n
+                                                << " count=" << count);
+                kt::Objects<T> o(d, count, n, n, unsigned(97 * n + count + 7 * int(d)));
+                const auto got = det_array(o, n);
+                for (int k = 0; k < count; ++k)
+                    EXPECT_TRUE(kt::same_bits(got[k], closed_form(o, k, n))) << "k=" << k << " " << got[k];
+                EXPECT_TRUE(o.canaries_intact());
+                if (d == Desc::List || d == Desc::ListS2) continue;
+                const auto one = det_each(o, n);
+                for (int k = 0; k < count; ++k) EXPECT_TRUE(kt::same_bits(one[k], got[k])) << "k=" << k;
+            }
+}
+
+TEST(Det, ClosedFormsBitExact32f) { closed_forms_bit_exact<float>(); }
+TEST(Det, ClosedFormsBitExact64f) { closed_forms_bit_exact<double>(); }
 
 // Fills object 0 with rows given by f(i, j), returns its determinant.
 template <class T, class F>
