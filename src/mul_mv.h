@@ -454,47 +454,22 @@ inline void scale_row32(const float* s, float* d, __m128 c)
     if constexpr (N % 2) _mm_store_ss(d + j, _mm_mul_ss(_mm_load_ss(s + j), c));
 }
 
-inline void scale_span32(const float* s, float* d, ptrdiff_t n, __m128 c)
+// A densely packed run of products: single products up to a 16-byte aligned
+// destination, then two 16-byte vectors at a time, single products for the
+// rest.  Every product is the same IEEE multiply whichever part does it.
+template <class T>
+inline void scale_span(const T* s, T* d, ptrdiff_t n, T val)
 {
+    using V = std::conditional_t<std::is_same_v<T, float>, vx::f4, vx::d2>;
+    constexpr int L = int(sizeof(V) / sizeof(T));
     ptrdiff_t e = 0;
-    // Single products up to an aligned destination, then four at a time.
-    for (; e < n && (reinterpret_cast<std::uintptr_t>(d + e) & 15) != 0; ++e)
-        _mm_store_ss(d + e, _mm_mul_ss(_mm_load_ss(s + e), c));
-    if ((reinterpret_cast<std::uintptr_t>(s + e) & 15) == 0) {
-        for (; e + 8 <= n; e += 8) {
-            _mm_store_ps(d + e, _mm_mul_ps(_mm_load_ps(s + e), c));
-            _mm_store_ps(d + e + 4, _mm_mul_ps(_mm_load_ps(s + e + 4), c));
-        }
-    } else {
-        for (; e + 8 <= n; e += 8) {
-            _mm_store_ps(d + e, _mm_mul_ps(_mm_loadu_ps(s + e), c));
-            _mm_store_ps(d + e + 4, _mm_mul_ps(_mm_loadu_ps(s + e + 4), c));
-        }
-    }
-    for (; e < n; ++e) _mm_store_ss(d + e, _mm_mul_ss(_mm_load_ss(s + e), c));
-}
-
-inline void scale_span64(const double* s, double* d, ptrdiff_t n, double val)
-{
-    const __m128d c = _mm_set1_pd(val);
-    ptrdiff_t e = 0;
-    if (n > 0 && (reinterpret_cast<std::uintptr_t>(d) & 15) != 0) d[0] = s[0] * val, e = 1;
-    if ((reinterpret_cast<std::uintptr_t>(s + e) & 15) == 0) {
-        for (; e + 4 <= n; e += 4) {
-            _mm_store_pd(d + e, _mm_mul_pd(_mm_load_pd(s + e), c));
-            _mm_store_pd(d + e + 2, _mm_mul_pd(_mm_load_pd(s + e + 2), c));
-        }
-    } else {
-        for (; e + 4 <= n; e += 4) {
-            _mm_store_pd(d + e, _mm_mul_pd(_mm_loadu_pd(s + e), c));
-            _mm_store_pd(d + e + 2, _mm_mul_pd(_mm_loadu_pd(s + e + 2), c));
-        }
+    for (; e < n && (reinterpret_cast<std::uintptr_t>(d + e) & 15) != 0; ++e) d[e] = s[e] * val;
+    for (; e + 2 * L <= n; e += 2 * L) {
+        vx::store<L>(d + e, vx::load<V, L>(s + e) * val);
+        vx::store<L>(d + e + L, vx::load<V, L>(s + e + L) * val);
     }
     for (; e < n; ++e) d[e] = s[e] * val;
 }
-
-inline void scale_span(const float* s, float* d, ptrdiff_t n, float val) { scale_span32(s, d, n, _mm_set1_ps(val)); }
-inline void scale_span(const double* s, double* d, ptrdiff_t n, double val) { scale_span64(s, d, n, val); }
 
 // The contiguous 32f kernel for square order N (3 to 6).  Bases, row and
 // object strides all multiples of 16 bytes take aligned loads and stores,
@@ -511,7 +486,7 @@ kelStatus mac32_fixed(const float* src, ptrdiff_t srcObj, ptrdiff_t srcRow, floa
                            std::uintptr_t(srcObj | srcRow | dstObj | dstRow)) & 15) == 0;
     constexpr ptrdiff_t row = N * 4, obj = N * N * 4;
     if (srcRow == row && dstRow == row && ((srcObj == obj && dstObj == obj) || count == 1)) {
-        scale_span32(src, dst, ptrdiff_t(count) * N * N, c);
+        scale_span(src, dst, ptrdiff_t(count) * N * N, val);
         return kelOk;
     }
     for (int k = 0; k < count; ++k, s += srcObj, d += dstObj)
