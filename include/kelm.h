@@ -88,5 +88,16 @@ KELM_API const KelLibVersion* kelmGetLibVersion(void);
 #include "kelm/mul_mv.h"
 #include "kelm/lu.h"
 #include "kelm/det.h"
+#include "kelm/copy.h"
+#include "kelm/transpose.h"
+#include "kelm/dot.h"
+#include "kelm/saxpy.h"
+#include "kelm/norm.h"
+#include "kelm/affine.h"
+#include "kelm/invert.h"
+#include "kelm/cholesky.h"
+#include "kelm/qr.h"
+#include "kelm/eigen_sym.h"
+#include "kelm/eigen.h"
 
 #endif

@@ -55,6 +55,10 @@ inline kelStatus shifts(I... s)
     return ((all & low) != 0 || all < 0) ? kelErrShift : kelOk;
 }
 
+// True when every element stride equals the element size: the contiguous kernels.
+template <class T, class... I>
+inline bool unit_strides(I... elem) { return ((elem == int(sizeof(T))) && ...); }
+
 inline kelStatus agree(bool sizesAgree) { return sizesAgree ? kelOk : kelErrSizeMismatch; }
 
 // Signed 32-bit arithmetic that wraps like the hardware, for the work measures

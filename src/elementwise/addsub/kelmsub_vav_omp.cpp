@@ -1,0 +1,6 @@
+// kelmSub_vav: entries and parallel driver.
+#include "args.h"
+
+namespace kelm {
+KELM_EW_VAV(kelmSub_vav, SubOp, (nul, siz, str, cnt), (nul, siz, str, cnt, shf), (nul, siz, str, shf, cnt))
+}  // namespace kelm

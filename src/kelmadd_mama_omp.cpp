@@ -1,6 +1,0 @@
-// kelmAdd_mama: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAMA(kelmAdd_mama, AddOp, false, false)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmAdd_mat: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAM(kelmAdd_mat, AddOp, false, true, KELM_ARRAY_ORDER)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmAdd_tama: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAMA(kelmAdd_tama, AddOp, true, false)
-}  // namespace kelm

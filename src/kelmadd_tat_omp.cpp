@@ -1,6 +1,0 @@
-// kelmAdd_tat: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAM(kelmAdd_tat, AddOp, true, true, KELM_ARRAY_ORDER)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmAdd_tata: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAMA(kelmAdd_tata, AddOp, true, true)
-}  // namespace kelm

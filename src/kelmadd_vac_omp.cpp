@@ -1,6 +1,0 @@
-// kelmAdd_vac: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VAC(kelmAdd_vac, AddOp, m_array_single)
-}  // namespace kelm

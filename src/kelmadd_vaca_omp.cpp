@@ -1,6 +1,0 @@
-// kelmAdd_vaca: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VACA(kelmAdd_vaca, AddOp)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmAdd_vava: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VAVA(kelmAdd_vava, AddOp)
-}  // namespace kelm

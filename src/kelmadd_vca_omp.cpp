@@ -1,6 +1,0 @@
-// kelmAdd_vca: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VCA(kelmAdd_vca, AddOp)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmDet_m: single-matrix entries.
-#include "det.h"
-
-namespace kelm {
-KELM_FOR_TYPES(KELM_DET_M_T, _)
-}  // namespace kelm

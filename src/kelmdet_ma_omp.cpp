@@ -1,6 +1,0 @@
-// kelmDet_ma: array entries and parallel driver.
-#include "det.h"
-
-namespace kelm {
-KELM_FOR_TYPES(KELM_DET_MA_T, _)
-}  // namespace kelm

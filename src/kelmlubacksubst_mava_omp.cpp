@@ -1,6 +1,0 @@
-// kelmLUBackSubst_mava: arrays of factors and right-hand vectors, with the parallel driver.
-#include "lu_entries.h"
-
-namespace kelm {
-KELM_LU_BACKSUBST_MAVA()
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmLUBackSubst_mva: one factor, an array of right-hand vectors, with the parallel driver.
-#include "lu_entries.h"
-
-namespace kelm {
-KELM_LU_BACKSUBST_MVA()
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmLUDecomp_ma: arrays of matrices, strided, _P and _L, with the parallel driver.
-#include "lu_entries.h"
-
-namespace kelm {
-KELM_LU_DECOMP_MA()
-}  // namespace kelm

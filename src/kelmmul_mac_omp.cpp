@@ -1,7 +1,0 @@
-// kelmMul_mac and kelmMul_tac: entries and parallel drivers.
-#include "mul_mv_entries.h"
-
-namespace kelm {
-KELM_MUL_MAC(kelmMul_mac, false)
-KELM_MUL_MAC(kelmMul_tac, true)
-}  // namespace kelm

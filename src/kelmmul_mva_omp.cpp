@@ -1,7 +1,0 @@
-// kelmMul_mva and kelmMul_tva: entries and parallel drivers.
-#include "mul_mv_entries.h"
-
-namespace kelm {
-KELM_MUL_MVA(kelmMul_mva, false)
-KELM_MUL_MVA(kelmMul_tva, true)
-}  // namespace kelm

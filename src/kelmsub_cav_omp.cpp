@@ -1,6 +1,0 @@
-// kelmSub_cav: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VCA(kelmSub_cav, SubFromOp)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmSub_cava: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VACA(kelmSub_cava, SubFromOp)
-}  // namespace kelm

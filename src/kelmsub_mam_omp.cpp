@@ -1,6 +1,0 @@
-// kelmSub_mam: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAM(kelmSub_mam, SubOp, false, false, (nul, cnt, str, siz))
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmSub_mama: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAMA(kelmSub_mama, SubOp, false, false)
-}  // namespace kelm

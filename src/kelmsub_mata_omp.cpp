@@ -1,6 +1,0 @@
-// kelmSub_mata: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAMA(kelmSub_mata, SubOp, false, true)
-}  // namespace kelm

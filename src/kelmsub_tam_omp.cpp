@@ -1,6 +1,0 @@
-// kelmSub_tam: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAM(kelmSub_tam, SubOp, true, false, KELM_ARRAY_ORDER)
-}  // namespace kelm

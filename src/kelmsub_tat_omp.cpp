@@ -1,6 +1,0 @@
-// kelmSub_tat: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAM(kelmSub_tat, SubOp, true, true, KELM_ARRAY_ORDER)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmSub_tata: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MAMA(kelmSub_tata, SubOp, true, true)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmSub_tma: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_MMA(kelmSub_tma, SubOp, true, false, KELM_ARRAY_ORDER)
-}  // namespace kelm

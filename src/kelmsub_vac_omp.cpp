@@ -1,6 +1,0 @@
-// kelmSub_vac: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VAC(kelmSub_vac, SubOp, m_array_single)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmSub_vaca: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VACA(kelmSub_vaca, SubOp)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmSub_vav: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VAV(kelmSub_vav, SubOp, (nul, siz, str, cnt), (nul, siz, str, cnt, shf), (nul, siz, str, shf, cnt))
-}  // namespace kelm

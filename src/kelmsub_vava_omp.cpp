@@ -1,6 +1,0 @@
-// kelmSub_vava: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VAVA(kelmSub_vava, SubOp)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmSub_vca: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VCA(kelmSub_vca, SubOp)
-}  // namespace kelm

@@ -1,6 +1,0 @@
-// kelmSub_vva: entries and parallel driver.
-#include "addsub.h"
-
-namespace kelm {
-KELM_EW_VVA(kelmSub_vva, SubOp)
-}  // namespace kelm

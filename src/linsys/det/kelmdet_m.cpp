@@ -1,0 +1,6 @@
+// kelmDet_m: single-matrix entries.
+#include "args.h"
+
+namespace kelm {
+KELM_FOR_TYPES(KELM_DET_M_T, _)
+}  // namespace kelm

@@ -1,0 +1,378 @@
+// Determinants: closed-form cofactor expansions for orders 3 to 6, Gaussian
+// elimination with partial pivoting in the caller's buffer for every other
+// order.  A singular matrix gives 0; the kernels never fail.
+//
+// Closed forms expand along the first row; the minors of the lower rows are
+// formed once each, from the bottom up (2x2 minors of the last two rows, then
+// 3x3 minors of the last three, ...).  The sums of the expansion run in a
+// precision wider than the element type and the result is rounded to the
+// element type once, on storing:
+//   64f  minors of orders 3 and 4 in double, their sums in long double; every
+//        minor of orders 5 and 6 in long double.  Callers compare the last
+//        bits of these results, so the order of every term is fixed.
+//   32f  everything in double.  Double is the wider type for floats (the 2x2
+//        minors' products are exact in it), so the whole expansion runs in
+//        SSE registers, without the x87 unit, and vectorises across objects.
+//
+// Arrays run four objects at a time: lane l of a Lanes value holds a quantity
+// of object k + l, computed by exactly the operations the single object
+// would see.  A last block of fewer than four objects fills the spare lanes
+// with copies of its last object and stores only the live lanes, so every
+// object, single or in an array, takes the same path and gets the same bits.
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+#include <utility>
+
+#include "common/check.h"
+#include "common/desc.h"
+#include "common/dispatch.h"
+#include "common/parallel.h"
+#include "kelm.h"
+
+namespace kelm {
+
+using LD = long double;
+
+// Four doubles, one per object: a pair of SSE2 registers on the baseline, one
+// AVX register in the wide clone; lane-wise IEEE operations either way.
+using Lanes = double __attribute__((vector_size(4 * sizeof(double))));
+using LanesF = float __attribute__((vector_size(4 * sizeof(float))));
+constexpr int kLanes = 4;
+
+#define KELM_DET_INLINE inline __attribute__((always_inline))
+
+template <class V>
+constexpr bool kUnitRows = false;  // rows of contiguous elements: one load per row
+template <class T>
+constexpr bool kUnitRows<DenseView<T, true>> = true;
+
+// Unaligned loads of a whole row.
+using RowD = double __attribute__((vector_size(4 * sizeof(double)), aligned(sizeof(double)), may_alias));
+using RowF = float __attribute__((vector_size(4 * sizeof(float)), aligned(sizeof(float)), may_alias));
+
+using LaneIdx = long long __attribute__((vector_size(4 * sizeof(long long))));
+using LaneIdxF = int __attribute__((vector_size(4 * sizeof(int))));
+
+// Four rows of four elements, one row per object, turned into four columns of
+// lanes: column j holds element j of every object.
+KELM_DET_INLINE void transpose_rows(const double* r0, const double* r1, const double* r2, const double* r3,
+                                    Lanes* col)
+{
+    const Lanes a = *reinterpret_cast<const RowD*>(r0), b = *reinterpret_cast<const RowD*>(r1);
+    const Lanes c = *reinterpret_cast<const RowD*>(r2), e = *reinterpret_cast<const RowD*>(r3);
+    const Lanes ab0 = __builtin_shuffle(a, b, LaneIdx{0, 4, 2, 6}), ab1 = __builtin_shuffle(a, b, LaneIdx{1, 5, 3, 7});
+    const Lanes ce0 = __builtin_shuffle(c, e, LaneIdx{0, 4, 2, 6}), ce1 = __builtin_shuffle(c, e, LaneIdx{1, 5, 3, 7});
+    col[0] = __builtin_shuffle(ab0, ce0, LaneIdx{0, 1, 4, 5});
+    col[1] = __builtin_shuffle(ab1, ce1, LaneIdx{0, 1, 4, 5});
+    col[2] = __builtin_shuffle(ab0, ce0, LaneIdx{2, 3, 6, 7});
+    col[3] = __builtin_shuffle(ab1, ce1, LaneIdx{2, 3, 6, 7});
+}
+
+// Lane by lane, so that the wide clone converts all four in one instruction.
+KELM_DET_INLINE void widen(const LanesF& f, Lanes& d) { d = Lanes{double(f[0]), double(f[1]), double(f[2]), double(f[3])}; }
+
+KELM_DET_INLINE void transpose_rows(const float* r0, const float* r1, const float* r2, const float* r3, Lanes* col)
+{
+    const LanesF a = *reinterpret_cast<const RowF*>(r0), b = *reinterpret_cast<const RowF*>(r1);
+    const LanesF c = *reinterpret_cast<const RowF*>(r2), e = *reinterpret_cast<const RowF*>(r3);
+    const LanesF ab0 = __builtin_shuffle(a, b, LaneIdxF{0, 4, 1, 5}), ab1 = __builtin_shuffle(a, b, LaneIdxF{2, 6, 3, 7});
+    const LanesF ce0 = __builtin_shuffle(c, e, LaneIdxF{0, 4, 1, 5}), ce1 = __builtin_shuffle(c, e, LaneIdxF{2, 6, 3, 7});
+    widen(__builtin_shuffle(ab0, ce0, LaneIdxF{0, 1, 4, 5}), col[0]);
+    widen(__builtin_shuffle(ab0, ce0, LaneIdxF{2, 3, 6, 7}), col[1]);
+    widen(__builtin_shuffle(ab1, ce1, LaneIdxF{0, 1, 4, 5}), col[2]);
+    widen(__builtin_shuffle(ab1, ce1, LaneIdxF{2, 3, 6, 7}), col[3]);
+}
+
+// Rows lo..N-1 of objects k .. k+live-1 as lanes (spare lanes repeat the
+// last live object).
+template <int N, class D>
+KELM_DET_INLINE void gather(const D& d, ptrdiff_t k, int live, int lo, Lanes (&a)[N][N])
+{
+    const auto o0 = d[k];
+    const auto o1 = d[k + (live > 1 ? 1 : 0)];
+    const auto o2 = d[k + (live > 2 ? 2 : live - 1)];
+    const auto o3 = d[k + (live > 3 ? 3 : live - 1)];
+    if constexpr (N == 4 && kUnitRows<std::remove_const_t<decltype(o0)>>) {
+        for (int i = lo; i < N; ++i) transpose_rows(&o0(i, 0), &o1(i, 0), &o2(i, 0), &o3(i, 0), a[i]);
+    } else {
+#pragma GCC unroll 6
+        for (int i = lo; i < N; ++i)
+#pragma GCC unroll 6
+            for (int j = 0; j < N; ++j)
+                a[i][j] = Lanes{double(o0(i, j)), double(o1(i, j)), double(o2(i, j)), double(o3(i, j))};
+    }
+}
+
+// Rounds the lanes to the element type and stores the live ones.
+template <class T>
+KELM_DET_INLINE void store(const Lanes& r, T* dst, int live)
+{
+    if constexpr (std::is_same_v<T, float>) {
+        const LanesF f = __builtin_convertvector(r, LanesF);
+        if (live == kLanes) std::memcpy(dst, &f, sizeof f);
+        else
+            for (int l = 0; l < live; ++l) dst[l] = f[l];
+    } else {
+        if (live == kLanes) std::memcpy(dst, &r, sizeof r);
+        else
+            for (int l = 0; l < live; ++l) dst[l] = r[l];
+    }
+}
+
+template <class T>
+constexpr bool kWideInDouble = std::is_same_v<T, float>;  // 32f: the expansion runs in double
+
+// Order 3: the 2x2 minors of rows 1 and 2 in double, the sum of the three
+// terms in the wider type, in this order (callers compare the last bits).
+template <class D>
+KELM_DET_INLINE void a6_Det_ma_3x3(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
+{
+    using T = typename D::Elem;
+    Lanes a[3][3] = {};
+    gather<3>(d, k, live, kWideInDouble<T> ? 0 : 1, a);
+    const Lanes m1 = a[2][0] * a[1][2] - a[1][0] * a[2][2];
+    const Lanes m2 = a[2][1] * a[1][0] - a[2][0] * a[1][1];
+    const Lanes m0 = a[1][1] * a[2][2] - a[1][2] * a[2][1];
+    if constexpr (kWideInDouble<T>) {
+        store<T>(m1 * a[0][1] + m2 * a[0][2] + m0 * a[0][0], dst, live);
+    } else {
+        for (int l = 0; l < live; ++l) {
+            const auto o = d[k + l];
+            dst[l] = T(LD(m1[l]) * LD(o(0, 1)) + LD(m2[l]) * LD(o(0, 2)) + LD(m0[l]) * LD(o(0, 0)));
+        }
+    }
+}
+
+// Order 4: the six 2x2 minors of rows 2 and 3 and their products with row 1
+// in double; the 3x3 minors' sums and the final sum in the wider type.
+template <class D>
+KELM_DET_INLINE void a6_Det_ma_4x4(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
+{
+    using T = typename D::Elem;
+    Lanes a[4][4] = {};
+    gather<4>(d, k, live, kWideInDouble<T> ? 0 : 1, a);
+    const Lanes m01 = a[2][0] * a[3][1] - a[2][1] * a[3][0], m02 = a[2][0] * a[3][2] - a[2][2] * a[3][0];
+    const Lanes m03 = a[2][0] * a[3][3] - a[2][3] * a[3][0], m12 = a[2][1] * a[3][2] - a[2][2] * a[3][1];
+    const Lanes m13 = a[2][1] * a[3][3] - a[2][3] * a[3][1], m23 = a[2][2] * a[3][3] - a[2][3] * a[3][2];
+    const Lanes p[4][3] = {{a[1][1] * m23, a[1][2] * m13, a[1][3] * m12},
+                           {a[1][0] * m23, a[1][2] * m03, a[1][3] * m02},
+                           {a[1][0] * m13, a[1][1] * m03, a[1][3] * m01},
+                           {a[1][0] * m12, a[1][1] * m02, a[1][2] * m01}};
+    if constexpr (kWideInDouble<T>) {
+        Lanes c[4];
+        for (int j = 0; j < 4; ++j) c[j] = p[j][0] - p[j][1] + p[j][2];
+        store<T>(a[0][0] * c[0] - a[0][1] * c[1] + a[0][2] * c[2] - a[0][3] * c[3], dst, live);
+    } else {
+        for (int l = 0; l < live; ++l) {
+            const auto o = d[k + l];
+            LD c[4];
+            for (int j = 0; j < 4; ++j) c[j] = LD(p[j][0][l]) - LD(p[j][1][l]) + LD(p[j][2][l]);
+            dst[l] = T(LD(o(0, 0)) * c[0] - LD(o(0, 1)) * c[1] + LD(o(0, 2)) * c[2] - LD(o(0, 3)) * c[3]);
+        }
+    }
+}
+
+// Orders 5 and 6: the minor of rows r..N-1 on the column set S (a bit mask
+// of N - r columns) is kept at m[S], the sum over the columns c of S in
+// increasing order of +-a(r, c) * m[S without c], signs alternating from +.
+// The steps are listed at compile time so that the expansion runs as
+// straight-line code.
+struct ExpandStep {
+    int dst, src, row, col, term;  // term 0 starts the sum; odd terms subtract
+};
+
+constexpr int bit_count(int s) { return s ? (s & 1) + bit_count(s >> 1) : 0; }
+
+template <int N>
+constexpr int expand_step_count()
+{
+    int n = 0;
+    for (int s = 0; s < (1 << N); ++s)
+        if (bit_count(s) >= 2) n += bit_count(s);
+    return n;
+}
+
+template <int N>
+struct ExpandPlan {
+    ExpandStep step[expand_step_count<N>()];
+};
+
+template <int N>
+constexpr ExpandPlan<N> make_expand_plan()
+{
+    ExpandPlan<N> p{};
+    int n = 0;
+    for (int r = N - 2; r >= 0; --r)
+        for (int s = 0; s < (1 << N); ++s) {
+            if (bit_count(s) != N - r) continue;
+            int t = 0;
+            for (int c = 0; c < N; ++c)
+                if (s & (1 << c)) p.step[n++] = {s, s & ~(1 << c), r, c, t++};
+        }
+    return p;
+}
+
+template <int N>
+inline constexpr ExpandPlan<N> kExpandPlan = make_expand_plan<N>();
+
+// ZeroFirst: the long double sums start from 0 (0 + t, which turns a first
+// term of -0 into +0); the double ones start from their first term.
+template <int N, std::size_t I, bool ZeroFirst, class Acc, class At>
+KELM_DET_INLINE void expand_step(Acc* m, const At& at)
+{
+    constexpr ExpandStep s = kExpandPlan<N>.step[I];
+    const Acc t = at(s.row, s.col) * m[s.src];
+    if constexpr (s.term == 0) m[s.dst] = ZeroFirst ? Acc{} + t : t;
+    else if constexpr (s.term & 1) m[s.dst] = m[s.dst] - t;
+    else m[s.dst] = m[s.dst] + t;
+}
+
+// The full minor goes to det (an out parameter: vector returns would change
+// the calling convention between the two clones).
+template <int N, bool ZeroFirst, class Acc, class At, std::size_t... I>
+KELM_DET_INLINE void expand(const At& at, Acc& det, std::index_sequence<I...>)
+{
+    Acc m[1 << N];
+    for (int c = 0; c < N; ++c) m[1 << c] = at(N - 1, c);
+    (expand_step<N, I, ZeroFirst>(m, at), ...);
+    det = m[(1 << N) - 1];
+}
+
+template <int N, bool ZeroFirst, class Acc, class At>
+KELM_DET_INLINE void expand(const At& at, Acc& det)
+{
+    expand<N, ZeroFirst>(at, det, std::make_index_sequence<expand_step_count<N>()>());
+}
+
+template <int N, class D>
+KELM_DET_INLINE void a6_Det_ma_NxN(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
+{
+    using T = typename D::Elem;
+    if constexpr (kWideInDouble<T>) {
+        Lanes a[N][N] = {}, det;
+        gather<N>(d, k, live, 0, a);
+        expand<N, false>([&](int i, int j) -> const Lanes& { return a[i][j]; }, det);
+        store<T>(det, dst, live);
+    } else {
+        for (int l = 0; l < live; ++l) {
+            const auto o = d[k + l];
+            LD det;
+            expand<N, true>([&](int i, int j) { return LD(o(i, j)); }, det);
+            dst[l] = T(det);
+        }
+    }
+}
+
+// Elimination for orders 1, 2 and 7 up.  The buffer holds a row-major copy
+// (n*n elements) followed by n row indices.  The tolerance grows with the
+// cube of the order on purpose; the pivot test lets |pivot| == tol through,
+// the last-pivot test does not.
+template <class T, class V>
+inline T det_eliminate(const V& a, int n, T* buf)
+{
+    T* w = buf;
+    int* idx = reinterpret_cast<int*>(buf + std::ptrdiff_t(n) * n);
+    T result = 1;
+    for (int i = 0; i < n; ++i) {
+        for (int j = 0; j < n; ++j) w[i * n + j] = a(i, j);
+        idx[i] = i;
+    }
+    T sign = 1;
+    const T tol = T(2LL * n * n * n) * std::numeric_limits<T>::min();
+    for (int k = 0; k < n - 1; ++k) {
+        int p = k;
+        T best = std::fabs(w[idx[k] * n + k]);
+        for (int i = k + 1; i < n; ++i) {
+            const T v = std::fabs(w[idx[i] * n + k]);
+            if (v > best) best = v, p = i;
+        }
+        if (p != k) {
+            const int t = idx[k];
+            idx[k] = idx[p];
+            idx[p] = t;
+            sign = -sign;
+        }
+        const T* pr = w + idx[k] * n;
+        const T pivot = pr[k];
+        if (std::fabs(pivot) < tol) return 0;
+        for (int i = k + 1; i < n; ++i) {
+            T* ri = w + idx[i] * n;
+            const T f = ri[k] / pivot;
+            for (int j = k + 1; j < n; ++j) ri[j] = ri[j] - pr[j] * f;
+        }
+        result = pivot * result;
+    }
+    const T u = w[idx[n - 1] * n + n - 1];
+    return std::fabs(u) > tol ? result * (u * sign) : T(0);
+}
+
+template <int N, class D>
+KELM_DET_INLINE void a6_Det_ma_block(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
+{
+    if constexpr (N == 3) a6_Det_ma_3x3(d, k, live, dst);
+    else if constexpr (N == 4) a6_Det_ma_4x4(d, k, live, dst);
+    else a6_Det_ma_NxN<N>(d, k, live, dst);
+}
+
+// Closed forms over an array: order fixed at compile time, objects in order,
+// four at a time, then the last few.  This is the function compiled for both
+// vector widths.
+template <int N, class D>
+static KELM_WIDE void a6_Det_ma(const D& d, typename D::Elem* dst, int count)
+{
+    int k = 0;
+    for (; k + kLanes <= count; k += kLanes) a6_Det_ma_block<N>(d, k, kLanes, dst + k);
+    if (k < count) a6_Det_ma_block<N>(d, k, count - k, dst + k);
+}
+
+// The array kernel of every description: ownkelmDet_ma (contiguous), _S2,
+// _P, _L and _LS2 are its instantiations.  A single object is an array of one.
+template <class D>
+inline kelStatus ownkelmDet_ma(const D& d, int n, typename D::Elem* buf, typename D::Elem* dst, int count)
+{
+    switch (n) {
+    case 3: a6_Det_ma<3>(d, dst, count); break;
+    case 4: a6_Det_ma<4>(d, dst, count); break;
+    case 5: a6_Det_ma<5>(d, dst, count); break;
+    case 6: a6_Det_ma<6>(d, dst, count); break;
+    default:
+        for (int k = 0; k < count; ++k) dst[k] = det_eliminate<typename D::Elem>(d[k], n, buf);
+    }
+    return kelOk;
+}
+
+template <class D>
+inline kelStatus ownkelmDet_m(const D& d, int n, typename D::Elem* buf, typename D::Elem* dst)
+{
+    return ownkelmDet_ma(d, n, buf, dst, 1);
+}
+
+// Parallel runs give each thread its own n*(n+1)-element slice.
+template <class D>
+inline kelStatus ownOMP_kelmDet_ma(const D& d, int n, typename D::Elem* buf, typename D::Elem* dst, int count)
+{
+    using T = typename D::Elem;
+    const std::size_t slice = std::size_t(n) * std::size_t(n + 1) * sizeof(T);
+    return with_unit_strides(
+        [&](const auto& du) {
+            return split_with_workspace(count, slice, buf, [&](int first, int mine, void* ws) {
+                return ownkelmDet_ma(du.from(first), n, static_cast<T*>(ws), dst + first, mine);
+            });
+        },
+        d);
+}
+
+template <class D>
+inline kelStatus det_array(const D& d, int n, typename D::Elem* buf, typename D::Elem* dst, int count)
+{
+    if (I32(n) * I32(count) > 14400) return ownOMP_kelmDet_ma(d, n, buf, dst, count);
+    return with_unit_strides([&](const auto& du) { return ownkelmDet_ma(du, n, buf, dst, count); }, d);
+}
+
+}  // namespace kelm
+

@@ -1,0 +1,6 @@
+// kelmLUBackSubst_mva: one factor, an array of right-hand vectors, with the parallel driver.
+#include "args.h"
+
+namespace kelm {
+KELM_LU_BACKSUBST_MVA()
+}  // namespace kelm

@@ -1,0 +1,6 @@
+// kelmLUDecomp_m: one matrix, strided and _P.
+#include "args.h"
+
+namespace kelm {
+KELM_LU_DECOMP_M()
+}  // namespace kelm
