@@ -10,6 +10,7 @@
 // Matrix shapes take TR1/TR2: whether each source is stored transposed.
 #pragma once
 
+#include "common/shapes.h"
 #include "common/types.h"
 #include "kernels.h"
 
@@ -218,111 +219,16 @@ namespace kelm {
     }
 #define KELM_EW_VAVA(NAME, OP) KELM_EW_DRIVER(NAME, OP) KELM_FOR_TYPES(KELM_EW_VAVA_T, NAME, OP)
 
-// vac (and Sub cva): each vector of an array with one constant.
-#define KELM_EW_VAC_T(T, S, NAME, OP, M)                                                                       \
-    extern "C" KELM_API kelStatus NAME##_##S(const T* src, int srcObjStride, int srcElemStride, T val, T* dst,  \
-                                             int dstObjStride, int dstElemStride, int len, int count)          \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, dst), cnt = counts(count), siz = sizes(len),                         \
-                        str = strides<T>(srcObjStride, srcElemStride, dstObjStride, dstElemStride);           \
-        KELM_CHECKS(nul, cnt, siz, str);                                                                          \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, Strided, M), 1, len, vecs(src, srcObjStride, srcElemStride), \
-                    Value<T>{val}, vecs(dst, dstObjStride, dstElemStride))                                     \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_P(const T* const* src, int srcObjShift, int srcObjStride, T val, \
-                                                 T* const* dst, int dstObjShift, int dstObjStride, int len,    \
-                                                 int count)                                                    \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, dst), cnt = counts(count), siz = sizes(len),                         \
-                        str = strides<T>(srcObjStride, dstObjStride), shf = shifts<T>(srcObjShift, dstObjShift); \
-        KELM_CHECKS(nul, cnt, siz, str, shf);                                                                       \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, Pointer, M), 1, len, ptrs<T>(src, srcObjShift, srcObjStride, len), \
-                    Value<T>{val}, ptrs<T>(dst, dstObjShift, dstObjStride, len))                               \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_L(const T* const* src, int srcObjShift, int srcElemStride, T val, \
-                                                 T* const* dst, int dstObjShift, int dstElemStride, int len,   \
-                                                 int count)                                                    \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, dst), cnt = counts(count), siz = sizes(len),                         \
-                        str = strides<T>(srcElemStride, dstElemStride), shf = shifts<T>(srcObjShift, dstObjShift); \
-        KELM_CHECKS(nul, cnt, siz, str, shf);                                                                       \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, List, M), 1, len, list(src, srcObjShift, 0, srcElemStride),  \
-                    Value<T>{val}, list(dst, dstObjShift, 0, dstElemStride))                                   \
-    }
-#define KELM_EW_VAC(NAME, OP, M) KELM_EW_DRIVER(NAME, OP) KELM_FOR_TYPES(KELM_EW_VAC_T, NAME, OP, M)
-
-// vaca (and Sub cava): vector k with constant k.
-#define KELM_EW_VACA_T(T, S, NAME, OP)                                                                         \
-    extern "C" KELM_API kelStatus NAME##_##S(const T* src, int srcObjStride, int srcElemStride, const T* val,   \
-                                             int valStride, T* dst, int dstObjStride, int dstElemStride,       \
-                                             int len, int count)                                               \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, val, dst), cnt = counts(count), siz = sizes(len),                    \
-                        str = strides<T>(srcObjStride, srcElemStride, valStride, dstObjStride, dstElemStride); \
-        KELM_CHECKS(nul, cnt, siz, str);                                                                          \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, Strided, m_array_values), 1, len,                           \
-                    vecs(src, srcObjStride, srcElemStride), values(val, valStride),                            \
-                    vecs(dst, dstObjStride, dstElemStride))                                                    \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_P(const T* const* src, int srcObjShift, int srcObjStride,        \
-                                                 const T* val, int valStride, T* const* dst, int dstObjShift,  \
-                                                 int dstObjStride, int len, int count)                         \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, val, dst), cnt = counts(count), siz = sizes(len),                    \
-                        str = strides<T>(srcObjStride, valStride, dstObjStride),                              \
-                        shf = shifts<T>(srcObjShift, dstObjShift);                                            \
-        KELM_CHECKS(nul, cnt, siz, str, shf);                                                                       \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, Pointer, m_array_values), 1, len,                           \
-                    ptrs<T>(src, srcObjShift, srcObjStride, len), values(val, valStride),                      \
-                    ptrs<T>(dst, dstObjShift, dstObjStride, len))                                              \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_L(const T* const* src, int srcObjShift, int srcElemStride,       \
-                                                 const T* const* val, int valShift, T* const* dst,             \
-                                                 int dstObjShift, int dstElemStride, int len, int count)       \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, val, dst), cnt = counts(count), siz = sizes(len),                    \
-                        str = strides<T>(srcElemStride, dstElemStride),                                       \
-                        shf = shifts<T>(srcObjShift, valShift, dstObjShift);                                  \
-        KELM_CHECKS(nul, cnt, siz, str, shf);                                                                       \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, List, m_array_values), 1, len,                              \
-                    list(src, srcObjShift, 0, srcElemStride), value_list(val, valShift),                       \
-                    list(dst, dstObjShift, 0, dstElemStride))                                                  \
-    }
-#define KELM_EW_VACA(NAME, OP) KELM_EW_DRIVER(NAME, OP) KELM_FOR_TYPES(KELM_EW_VACA_T, NAME, OP)
-
-// vca (and Sub cav): one vector with each constant of an array.
-#define KELM_EW_VCA_T(T, S, NAME, OP)                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S(const T* src, int srcElemStride, const T* val, int valStride,     \
-                                             T* dst, int dstObjStride, int dstElemStride, int len, int count)  \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, val, dst), cnt = counts(count), siz = sizes(len),                    \
-                        str = strides<T>(srcElemStride, valStride, dstObjStride, dstElemStride);              \
-        KELM_CHECKS(nul, cnt, siz, str);                                                                          \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, Strided, m_single_values), 1, len, vec(src, srcElemStride), \
-                    values(val, valStride), vecs(dst, dstObjStride, dstElemStride))                            \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_P(const T* const* src, int srcObjShift, const T* val,           \
-                                                 int valStride, T* const* dst, int dstObjShift,                \
-                                                 int dstObjStride, int len, int count)                         \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, val, dst), cnt = counts(count), siz = sizes(len),                    \
-                        str = strides<T>(valStride, dstObjStride), shf = shifts<T>(srcObjShift, dstObjShift); \
-        KELM_CHECKS(nul, cnt, siz, str, shf);                                                                       \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, Pointer, m_single_values), 1, len,                          \
-                    ptrs<T>(src, srcObjShift, 0, len), values(val, valStride),                                 \
-                    ptrs<T>(dst, dstObjShift, dstObjStride, len))                                              \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_L(const T* src, int srcElemStride, const T* const* val,          \
-                                                 int valShift, T* const* dst, int dstObjShift,                 \
-                                                 int dstElemStride, int len, int count)                        \
-    {                                                                                                          \
-        const kelStatus nul = nulls(src, val, dst), cnt = counts(count), siz = sizes(len),                    \
-                        str = strides<T>(srcElemStride, dstElemStride), shf = shifts<T>(valShift, dstObjShift); \
-        KELM_CHECKS(nul, cnt, siz, str, shf);                                                                       \
-        KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, List, m_single_values), 1, len, vec(src, srcElemStride),    \
-                    value_list(val, valShift), list(dst, dstObjShift, 0, dstElemStride))                       \
-    }
-#define KELM_EW_VCA(NAME, OP) KELM_EW_DRIVER(NAME, OP) KELM_FOR_TYPES(KELM_EW_VCA_T, NAME, OP)
+// The vector-with-constants shapes (src/common/shapes.h): vac (and Sub cva),
+// vaca (and Sub cava), vca (and Sub cav).  M is the member's work measure.
+#define KELM_EW_SHAPE_RUN(T, FORM, UNIT, A, B, D, NAME, OP, M) \
+    KELM_EW_RUN(NAME, OP, KELM_VEC_PARALLEL(T, FORM, M), 1, len, A, B, D)
+#define KELM_EW_VAC(NAME, OP, M) \
+    KELM_EW_DRIVER(NAME, OP) KELM_FOR_TYPES(KELM_SHAPE_VAC, NAME, KELM_EW_SHAPE_RUN, NAME, OP, M)
+#define KELM_EW_VACA(NAME, OP) \
+    KELM_EW_DRIVER(NAME, OP) KELM_FOR_TYPES(KELM_SHAPE_VACA, NAME, KELM_EW_SHAPE_RUN, NAME, OP, m_array_values)
+#define KELM_EW_VCA(NAME, OP) \
+    KELM_EW_DRIVER(NAME, OP) KELM_FOR_TYPES(KELM_SHAPE_VCA, NAME, KELM_EW_SHAPE_RUN, NAME, OP, m_single_values)
 
 // --- matrix arrays: strided, _P, _L -------------------------------------------------
 // width and height are those of the result; a transposed source is stored

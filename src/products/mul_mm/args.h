@@ -135,4 +135,13 @@ namespace kelm {
     }                                                                                          \
     KELM_FOR_TYPES(KELM_MUL_ARR_T, NAME, TR1, TR2, A1, A2)
 
+// The four transpositions of one array form: A1 and A2 say which operands are
+// arrays, S1 and S2 are their name letters ("a" or nothing), so
+// KELM_MUL_ARR_ALL(a, , 1, 0) defines kelmMul_mam, _mat, _tam and _tat.
+#define KELM_MUL_ARR_ALL(S1, S2, A1, A2)                           \
+    KELM_MUL_ARR(kelmMul_m##S1##m##S2, false, false, A1, A2)        \
+    KELM_MUL_ARR(kelmMul_m##S1##t##S2, false, true, A1, A2)         \
+    KELM_MUL_ARR(kelmMul_t##S1##m##S2, true, false, A1, A2)         \
+    KELM_MUL_ARR(kelmMul_t##S1##t##S2, true, true, A1, A2)
+
 }  // namespace kelm

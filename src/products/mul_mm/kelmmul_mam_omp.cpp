@@ -2,8 +2,5 @@
 #include "args.h"
 
 namespace kelm {
-KELM_MUL_ARR(kelmMul_mam, false, false, 1, 0)
-KELM_MUL_ARR(kelmMul_mat, false, true, 1, 0)
-KELM_MUL_ARR(kelmMul_tam, true, false, 1, 0)
-KELM_MUL_ARR(kelmMul_tat, true, true, 1, 0)
+KELM_MUL_ARR_ALL(a, , 1, 0)
 }  // namespace kelm

@@ -2,8 +2,5 @@
 #include "args.h"
 
 namespace kelm {
-KELM_MUL_ARR(kelmMul_mama, false, false, 1, 1)
-KELM_MUL_ARR(kelmMul_mata, false, true, 1, 1)
-KELM_MUL_ARR(kelmMul_tama, true, false, 1, 1)
-KELM_MUL_ARR(kelmMul_tata, true, true, 1, 1)
+KELM_MUL_ARR_ALL(a, a, 1, 1)
 }  // namespace kelm

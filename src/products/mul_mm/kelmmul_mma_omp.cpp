@@ -2,8 +2,5 @@
 #include "args.h"
 
 namespace kelm {
-KELM_MUL_ARR(kelmMul_mma, false, false, 0, 1)
-KELM_MUL_ARR(kelmMul_mta, false, true, 0, 1)
-KELM_MUL_ARR(kelmMul_tma, true, false, 0, 1)
-KELM_MUL_ARR(kelmMul_tta, true, true, 0, 1)
+KELM_MUL_ARR_ALL(, a, 0, 1)
 }  // namespace kelm

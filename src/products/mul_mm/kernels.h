@@ -148,6 +148,20 @@ constexpr int block_width = N - 4 * Q < 4 ? N - 4 * Q : 4;  // columns in block 
 template <class T>
 inline T* row_at(Bytes p, ptrdiff_t row, int i) { return reinterpret_cast<T*>(p + i * row); }
 
+// Loads the rows of B into registers, four columns per block: b[k][q] holds
+// columns 4q.. of row k, loaded as L and laid out by place().
+template <class T, class L, int N, class H, class V, class Place>
+inline void hold_rows(H (&b)[N][(N + 3) / 4], const V& v, Place place)
+{
+    vx::unrolled<0, N>([&](auto k) {
+        constexpr int K = decltype(k)::value;
+        vx::unrolled<0, (N + 3) / 4>([&](auto q) {
+            constexpr int J = decltype(q)::value;
+            b[K][J] = place(vx::load<L, block_width<N, J>>(row_at<T>(v.p, v.row, K) + 4 * J));
+        });
+    });
+}
+
 // 32f: two result rows at a time in one eight-lane vector (row i in the low
 // half, row i + 1 in the high half), four columns per half.  The rows of B,
 // each block of four columns doubled over both halves, stay in registers.
@@ -159,13 +173,7 @@ struct MmDense32 {
     template <class V>
     void load_b(const V& v)
     {
-        vx::unrolled<0, N>([&](auto k) {
-            constexpr int K = decltype(k)::value;
-            vx::unrolled<0, Q>([&](auto q) {
-                constexpr int J = decltype(q)::value;
-                b[K][J] = vx::twice(vx::load<vx::f4, block_width<N, J>>(row_at<float>(v.p, v.row, K) + 4 * J));
-            });
-        });
+        hold_rows<float, vx::f4, N>(b, v, [](vx::f4 x) { return vx::twice(x); });
     }
 
     template <class VA, class VC>
@@ -226,13 +234,7 @@ struct MmDense64 {
     template <class V>
     void load_b(const V& v)
     {
-        vx::unrolled<0, N>([&](auto k) {
-            constexpr int K = decltype(k)::value;
-            vx::unrolled<0, Q>([&](auto q) {
-                constexpr int J = decltype(q)::value;
-                b[K][J] = vx::load<vx::d4, block_width<N, J>>(row_at<double>(v.p, v.row, K) + 4 * J);
-            });
-        });
+        hold_rows<double, vx::d4, N>(b, v, [](vx::d4 x) { return x; });
     }
 
     template <class VA, class VC>

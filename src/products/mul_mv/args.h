@@ -9,6 +9,8 @@
 // follow the destination and are those of the result.
 #pragma once
 
+#include "common/shapes.h"
+#include "common/types.h"
 #include "kernels.h"
 
 namespace kelm {
@@ -265,106 +267,15 @@ int result_len(int w, int h) { return Tr ? w : h; }
     }
 #define KELM_MUL_VC(NAME) KELM_FOR_TYPES(KELM_MUL_VC_T, NAME)
 
-// Each vector of an array times one constant.
-#define KELM_MUL_VAC_T(T, S, NAME)                                                                             \
-    extern "C" KELM_API kelStatus NAME##_##S(const T* src, int srcObjStride, int srcElemStride, T val, T* dst,  \
-                                             int dstObjStride, int dstElemStride, int len, int count)          \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, dst), counts(count), sizes(len),                                               \
-                    strides<T>(srcObjStride, srcElemStride, dstObjStride, dstElemStride));                    \
-        KELM_MUL_RUN(NAME,                                                                                     \
-                     above<Form::Strided>(work_vac(len, count), kMatVecLimits<T>,                              \
-                                          unit_strides<T>(srcElemStride, dstElemStride)),                        \
-                     KELM_VC_KERNEL, vecs(src, srcObjStride, srcElemStride), Value<T>{val},                    \
-                     vecs(dst, dstObjStride, dstElemStride))                                                   \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_P(const T* const* src, int srcObjShift, int srcObjStride, T val,  \
-                                                 T* const* dst, int dstObjShift, int dstObjStride, int len,    \
-                                                 int count)                                                    \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, dst), counts(count), sizes(len), strides<T>(srcObjStride, dstObjStride),       \
-                    shifts<T>(srcObjShift, dstObjShift));                                                      \
-        KELM_MUL_RUN(NAME, above<Form::Pointer>(work_vac(len, count), kMatVecLimits<T>, true), KELM_VC_KERNEL,  \
-                     ptrs<T>(src, srcObjShift, srcObjStride, len), Value<T>{val},                              \
-                     ptrs<T>(dst, dstObjShift, dstObjStride, len))                                             \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_L(const T* const* src, int srcObjShift, int srcElemStride, T val, \
-                                                 T* const* dst, int dstObjShift, int dstElemStride, int len,   \
-                                                 int count)                                                    \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, dst), counts(count), sizes(len), strides<T>(srcElemStride, dstElemStride),     \
-                    shifts<T>(srcObjShift, dstObjShift));                                                      \
-        KELM_MUL_RUN(NAME,                                                                                     \
-                     above<Form::List>(work_vac(len, count), kMatVecLimits<T>,                                 \
-                                       unit_strides<T>(srcElemStride, dstElemStride)),                           \
-                     KELM_VC_KERNEL, list(src, srcObjShift, 0, srcElemStride), Value<T>{val},                  \
-                     list(dst, dstObjShift, 0, dstElemStride))                                                 \
-    }
-#define KELM_MUL_VAC(NAME) KELM_MUL_DRIVER(NAME) KELM_FOR_TYPES(KELM_MUL_VAC_T, NAME)
-
-// One vector times each constant of an array.
-#define KELM_MUL_VCA_T(T, S, NAME)                                                                             \
-    extern "C" KELM_API kelStatus NAME##_##S(const T* src, int srcElemStride, const T* val, int valStride,     \
-                                             T* dst, int dstObjStride, int dstElemStride, int len, int count)  \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, val, dst), counts(count), sizes(len),                                          \
-                    strides<T>(srcElemStride, valStride, dstObjStride, dstElemStride));                       \
-        KELM_MUL_RUN(NAME, above_single_test<Form::Strided>(work_vca(len, count)), KELM_VC_KERNEL,            \
-                     vec(src, srcElemStride), values(val, valStride), vecs(dst, dstObjStride, dstElemStride))  \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_P(const T* const* src, int srcObjShift, const T* val,           \
-                                                 int valStride, T* const* dst, int dstObjShift,                \
-                                                 int dstObjStride, int len, int count)                         \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, val, dst), counts(count), sizes(len), strides<T>(valStride, dstObjStride),     \
-                    shifts<T>(srcObjShift, dstObjShift));                                                      \
-        KELM_MUL_RUN(NAME, above_single_test<Form::Pointer>(work_vca(len, count)), KELM_VC_KERNEL,            \
-                     ptrs<T>(src, srcObjShift, 0, len), values(val, valStride),                                \
-                     ptrs<T>(dst, dstObjShift, dstObjStride, len))                                             \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_L(const T* src, int srcElemStride, const T* const* val,          \
-                                                 int valShift, T* const* dst, int dstObjShift,                 \
-                                                 int dstElemStride, int len, int count)                        \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, val, dst), counts(count), sizes(len), strides<T>(srcElemStride, dstElemStride), \
-                    shifts<T>(valShift, dstObjShift));                                                         \
-        KELM_MUL_RUN(NAME, above_single_test<Form::List>(work_vca(len, count)), KELM_VC_KERNEL,               \
-                     vec(src, srcElemStride), value_list(val, valShift), list(dst, dstObjShift, 0, dstElemStride)) \
-    }
-#define KELM_MUL_VCA(NAME) KELM_MUL_DRIVER(NAME) KELM_FOR_TYPES(KELM_MUL_VCA_T, NAME)
-
-// Vector k times constant k.
-#define KELM_MUL_VACA_T(T, S, NAME)                                                                            \
-    extern "C" KELM_API kelStatus NAME##_##S(const T* src, int srcObjStride, int srcElemStride, const T* val,   \
-                                             int valStride, T* dst, int dstObjStride, int dstElemStride,       \
-                                             int len, int count)                                               \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, val, dst), counts(count), sizes(len),                                          \
-                    strides<T>(srcObjStride, srcElemStride, valStride, dstObjStride, dstElemStride));         \
-        KELM_MUL_RUN(NAME, above_single_test<Form::Strided>(work_vaca(len, count)), KELM_VC_KERNEL,           \
-                     vecs(src, srcObjStride, srcElemStride), values(val, valStride),                           \
-                     vecs(dst, dstObjStride, dstElemStride))                                                   \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_P(const T* const* src, int srcObjShift, int srcObjStride,        \
-                                                 const T* val, int valStride, T* const* dst, int dstObjShift,  \
-                                                 int dstObjStride, int len, int count)                         \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, val, dst), counts(count), sizes(len),                                          \
-                    strides<T>(srcObjStride, valStride, dstObjStride), shifts<T>(srcObjShift, dstObjShift));  \
-        KELM_MUL_RUN(NAME, above_single_test<Form::Pointer>(work_vaca(len, count)), KELM_VC_KERNEL,           \
-                     ptrs<T>(src, srcObjShift, srcObjStride, len), values(val, valStride),                     \
-                     ptrs<T>(dst, dstObjShift, dstObjStride, len))                                             \
-    }                                                                                                          \
-    extern "C" KELM_API kelStatus NAME##_##S##_L(const T* const* src, int srcObjShift, int srcElemStride,       \
-                                                 const T* const* val, int valShift, T* const* dst,             \
-                                                 int dstObjShift, int dstElemStride, int len, int count)       \
-    {                                                                                                          \
-        KELM_CHECKS(nulls(src, val, dst), counts(count), sizes(len), strides<T>(srcElemStride, dstElemStride), \
-                    shifts<T>(srcObjShift, valShift, dstObjShift));                                            \
-        KELM_MUL_RUN(NAME, above_single_test<Form::List>(work_vaca(len, count)), KELM_VC_KERNEL,              \
-                     list(src, srcObjShift, 0, srcElemStride), value_list(val, valShift),                      \
-                     list(dst, dstObjShift, 0, dstElemStride))                                                 \
-    }
-#define KELM_MUL_VACA(NAME) KELM_MUL_DRIVER(NAME) KELM_FOR_TYPES(KELM_MUL_VACA_T, NAME)
+// The vector-with-constants shapes (src/common/shapes.h): each vector of an
+// array times one constant (vac), vector k times constant k (vaca), one vector
+// times each constant of an array (vca).
+#define KELM_MUL_VAC_RUN(T, FORM, UNIT, A, B, D, NAME) \
+    KELM_MUL_RUN(NAME, above<Form::FORM>(work_vac(len, count), kMatVecLimits<T>, UNIT), KELM_VC_KERNEL, A, B, D)
+#define KELM_MUL_VA_RUN(T, FORM, UNIT, A, B, D, NAME, WORK) \
+    KELM_MUL_RUN(NAME, above_single_test<Form::FORM>(WORK(len, count)), KELM_VC_KERNEL, A, B, D)
+#define KELM_MUL_VAC(NAME) KELM_MUL_DRIVER(NAME) KELM_FOR_TYPES(KELM_SHAPE_VAC, NAME, KELM_MUL_VAC_RUN, NAME)
+#define KELM_MUL_VCA(NAME) KELM_MUL_DRIVER(NAME) KELM_FOR_TYPES(KELM_SHAPE_VCA, NAME, KELM_MUL_VA_RUN, NAME, work_vca)
+#define KELM_MUL_VACA(NAME) KELM_MUL_DRIVER(NAME) KELM_FOR_TYPES(KELM_SHAPE_VACA, NAME, KELM_MUL_VA_RUN, NAME, work_vaca)
 
 }  // namespace kelm

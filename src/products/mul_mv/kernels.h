@@ -78,8 +78,10 @@ struct MvFixed {
             for (int k = 0; k < N; ++k) m[i][k] = Tr ? a(k, i) : a(i, k);
     }
 
-    template <class XV, class YV>
-    void apply(const XV& x, const YV& y) const
+    // y = op(A) x with op(A)(i, k) = at(i, k): the vector is copied first, the
+    // products of a row added in ascending k from zero, the result stored last.
+    template <class At, class XV, class YV>
+    static void product(const At& at, const XV& x, const YV& y)
     {
         T xs[N];
 #pragma GCC unroll 8
@@ -89,11 +91,17 @@ struct MvFixed {
         for (int i = 0; i < N; ++i) {
             T s = T(0);
 #pragma GCC unroll 8
-            for (int k = 0; k < N; ++k) s = s + m[i][k] * xs[k];
+            for (int k = 0; k < N; ++k) s = s + at(i, k) * xs[k];
             ys[i] = s;
         }
 #pragma GCC unroll 8
         for (int i = 0; i < N; ++i) y[i] = ys[i];
+    }
+
+    template <class XV, class YV>
+    void apply(const XV& x, const YV& y) const
+    {
+        product([&](int i, int k) { return m[i][k]; }, x, y);
     }
 
     // One matrix read straight from memory (no copy), for arrays of matrices.
@@ -115,19 +123,7 @@ struct MvFixed {
             }
             return;
         }
-        T xs[N];
-#pragma GCC unroll 8
-        for (int k = 0; k < N; ++k) xs[k] = x[k];
-        T ys[N];
-#pragma GCC unroll 8
-        for (int i = 0; i < N; ++i) {
-            T s = T(0);
-#pragma GCC unroll 8
-            for (int k = 0; k < N; ++k) s = s + (Tr ? a(k, i) : a(i, k)) * xs[k];
-            ys[i] = s;
-        }
-#pragma GCC unroll 8
-        for (int i = 0; i < N; ++i) y[i] = ys[i];
+        product([&](int i, int k) { return Tr ? a(k, i) : a(i, k); }, x, y);
     }
 };
 
