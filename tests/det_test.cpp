@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <type_traits>
+#include <random>
 #include <vector>
 
 #include "support.h"
@@ -130,20 +133,16 @@ void random_matrices()
 TEST(Det, RandomMatricesEveryDescription32f) { random_matrices<float>(); }
 TEST(Det, RandomMatricesEveryDescription64f) { random_matrices<double>(); }
 
-// The closed forms written out plainly, one object at a time, as the
-// library defines their last bits: for 64f the minors of orders 3 and 4 in
-// double and every sum in long double (orders 5 and 6: every minor in long
-// double, each sum starting from 0); for 32f everything in double, each sum
-// starting from its first term.
-template <class T>
-T closed_form(kt::Objects<T>& o, int k, int n)
+// The 32f closed forms written out plainly, one object at a time, as the
+// library defines their last bits: everything in double, each sum starting
+// from its first term.
+float closed_form(kt::Objects<float>& o, int k, int n)
 {
-    using W = std::conditional_t<std::is_same_v<T, float>, double, long double>;
     auto a = [&](int i, int j) { return double(o.at(k, i, j)); };
     if (n == 3) {
         const double m1 = a(2, 0) * a(1, 2) - a(1, 0) * a(2, 2), m2 = a(2, 1) * a(1, 0) - a(2, 0) * a(1, 1);
         const double m0 = a(1, 1) * a(2, 2) - a(1, 2) * a(2, 1);
-        return T(W(m1) * W(a(0, 1)) + W(m2) * W(a(0, 2)) + W(m0) * W(a(0, 0)));
+        return float(m1 * a(0, 1) + m2 * a(0, 2) + m0 * a(0, 0));
     }
     if (n == 4) {
         auto m = [&](int x, int y) { return a(2, x) * a(3, y) - a(2, y) * a(3, x); };
@@ -151,30 +150,30 @@ T closed_form(kt::Objects<T>& o, int k, int n)
             int col[3], q = 0;
             for (int j = 0; j < 4; ++j)
                 if (j != skip) col[q++] = j;
-            return W(a(1, col[0]) * m(col[1], col[2])) - W(a(1, col[1]) * m(col[0], col[2])) +
-                   W(a(1, col[2]) * m(col[0], col[1]));
+            return a(1, col[0]) * m(col[1], col[2]) - a(1, col[1]) * m(col[0], col[2]) + a(1, col[2]) * m(col[0], col[1]);
         };
-        return T(W(a(0, 0)) * c(0) - W(a(0, 1)) * c(1) + W(a(0, 2)) * c(2) - W(a(0, 3)) * c(3));
+        return float(a(0, 0) * c(0) - a(0, 1) * c(1) + a(0, 2) * c(2) - a(0, 3) * c(3));
     }
     // Minor of rows r..n-1 on the columns in mask, expanded along row r.
-    auto minor = [&](auto& self, int r, unsigned mask) -> W {
-        W sum = 0;
+    auto minor = [&](auto& self, int r, unsigned mask) -> double {
+        double sum = 0;
         int t = 0;
         for (int c = 0; c < n; ++c) {
             if (!(mask & (1u << c))) continue;
-            const W term = r == n - 1 ? W(a(r, c)) : W(a(r, c)) * self(self, r + 1, mask & ~(1u << c));
-            if (r == n - 1) return term;
-            sum = t == 0 ? (std::is_same_v<T, float> ? term : sum + term) : t % 2 ? sum - term : sum + term;
+            if (r == n - 1) return a(r, c);
+            const double term = a(r, c) * self(self, r + 1, mask & ~(1u << c));
+            sum = t == 0 ? term : t % 2 ? sum - term : sum + term;
             ++t;
         }
         return sum;
     };
-    return T(minor(minor, 0, (1u << n) - 1));
+    return float(minor(minor, 0, (1u << n) - 1));
 }
 
 // Four objects run side by side in the array kernels; odd counts leave a last
 // partial block.  Every object, in every description and block position, and
-// the single-object forms, give the plain expansion's bits.
+// the single-object forms, give the same bits: for 32f those of the plain
+// expansion above.
 template <class T>
 void closed_forms_bit_exact()
 {
@@ -185,8 +184,13 @@ void closed_forms_bit_exact()
                                                 << " count=" << count);
                 kt::Objects<T> o(d, count, n, n, unsigned(97 * n + count + 7 * int(d)));
                 const auto got = det_array(o, n);
-                for (int k = 0; k < count; ++k)
-                    EXPECT_TRUE(kt::same_bits(got[k], closed_form(o, k, n))) << "k=" << k << " " << got[k];
+                if constexpr (std::is_same_v<T, float>) {
+                    for (int k = 0; k < count; ++k)
+                        EXPECT_TRUE(kt::same_bits(got[k], closed_form(o, k, n))) << "k=" << k << " " << got[k];
+                }
+                kt::Objects<T> contig(Desc::Contig, count, n, n, unsigned(97 * n + count + 7 * int(d)));
+                const auto ref = det_array(contig, n);
+                for (int k = 0; k < count; ++k) EXPECT_TRUE(kt::same_bits(got[k], ref[k])) << "k=" << k;
                 EXPECT_TRUE(o.canaries_intact());
                 if (d == Desc::List || d == Desc::ListS2) continue;
                 const auto one = det_each(o, n);
@@ -195,7 +199,92 @@ void closed_forms_bit_exact()
 }
 
 TEST(Det, ClosedFormsBitExact32f) { closed_forms_bit_exact<float>(); }
-TEST(Det, ClosedFormsBitExact64f) { closed_forms_bit_exact<double>(); }
+TEST(Det, ClosedFormsSameBitsEveryPath64f) { closed_forms_bit_exact<double>(); }
+
+// Accuracy of the closed forms: the result is the expansion's value rounded
+// once, within one unit in the last place of a quad-precision Laplace
+// expansion of the same elements (its products of doubles are exact), on
+// random matrices, on matrices whose first row nearly combines two others
+// (the minors and the sum cancel), and on rows scaled by 2^500 and 2^-500.
+using Quad = __float128;
+
+template <class T>
+Quad quad_det(kt::Objects<T>& o, int k, int n)
+{
+    auto minor = [&](auto& self, int r, unsigned mask) -> Quad {
+        Quad sum = 0;
+        int t = 0;
+        for (int c = 0; c < n; ++c) {
+            if (!(mask & (1u << c))) continue;
+            if (r == n - 1) return Quad(o.at(k, r, c));
+            const Quad term = Quad(o.at(k, r, c)) * self(self, r + 1, mask & ~(1u << c));
+            sum = t % 2 ? sum - term : sum + term;
+            ++t;
+        }
+        return sum;
+    };
+    return minor(minor, 0, (1u << n) - 1);
+}
+
+// Units in the last place between two finite values of one sign (or zeros).
+template <class T>
+long long ulps_apart(T a, T b)
+{
+    using I = std::conditional_t<sizeof(T) == 4, std::int32_t, std::int64_t>;
+    I x, y;
+    std::memcpy(&x, &a, sizeof a);
+    std::memcpy(&y, &b, sizeof b);
+    if ((x < 0) != (y < 0)) return a == b ? 0 : std::numeric_limits<long long>::max();
+    return x > y ? (long long)x - y : (long long)y - x;
+}
+
+enum class Kind { Random, Cancelling, Scaled };
+
+template <class T>
+void shape_matrices(kt::Objects<T>& o, int n, Kind kind, unsigned seed)
+{
+    std::mt19937 rng(seed);
+    std::uniform_real_distribution<double> u(-1.0, 1.0);
+    for (int k = 0; k < o.count(); ++k) {
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j) o.at(k, i, j) = T(u(rng));
+        if (kind == Kind::Cancelling) {  // row 0 = x row 1 + y row 2 + a small change
+            const double x = u(rng), y = u(rng), tiny = sizeof(T) == 4 ? 1e-3 : 1e-9;
+            for (int j = 0; j < n; ++j)
+                o.at(k, 0, j) = T(x * double(o.at(k, 1, j)) + y * double(o.at(k, 2, j)) + tiny * u(rng));
+        }
+        if (kind == Kind::Scaled && sizeof(T) == 8) {
+            const int up = k % n, down = (k + 1 + k / n % (n - 1)) % n;
+            for (int j = 0; j < n; ++j) {
+                o.at(k, up, j) = T(std::ldexp(double(o.at(k, up, j)), 500));
+                o.at(k, down, j) = T(std::ldexp(double(o.at(k, down, j)), -500));
+            }
+            if (k % 3 == 0)  // and a second row up: minors beyond 2^996
+                for (int j = 0; j < n; ++j) o.at(k, down, j) = T(std::ldexp(double(o.at(k, down, j)), 1000));
+        }
+    }
+}
+
+template <class T>
+void within_one_ulp()
+{
+    for (Kind kind : {Kind::Random, Kind::Cancelling, Kind::Scaled})
+        for (Desc d : kAll)
+            for (int n = 3; n <= 6; ++n) {
+                SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d) << " n=" << n
+                                                << " kind=" << int(kind));
+                const int count = d == Desc::Contig ? 2000 : 101;
+                kt::Objects<T> o(d, count, n, n);
+                shape_matrices(o, n, kind, unsigned(1000 * n + int(kind)));
+                const auto got = det_array(o, n);
+                long long worst = 0;
+                for (int k = 0; k < count; ++k) worst = std::max(worst, ulps_apart(got[k], T(quad_det(o, k, n))));
+                EXPECT_LE(worst, 1);
+            }
+}
+
+TEST(Det, ClosedFormsWithinOneUlp32f) { within_one_ulp<float>(); }
+TEST(Det, ClosedFormsWithinOneUlp64f) { within_one_ulp<double>(); }
 
 // Fills object 0 with rows given by f(i, j), returns its determinant.
 template <class T, class F>

@@ -5,7 +5,14 @@
 /* Det: the determinant of an n x n matrix (or of each of count matrices),
  * written to dst (arrays: count values, contiguous).  buffer is scratch of
  * n*(n+1) elements and must not be null, whatever n.  A singular matrix gives
- * 0 and kelOk; only argument errors are reported. */
+ * 0 and kelOk; only argument errors are reported.
+ *
+ * Orders 3 to 6 expand along the first row in a precision wider than the
+ * element and round once: 32f in double, 64f in double-double (within one
+ * unit in the last place of the exact expansion, cancelling minors and rows
+ * of any scale included).  Other orders eliminate with partial pivoting in
+ * the element type; a pivot below 2*n^3 times the smallest normal number
+ * gives 0. */
 
 #ifdef __cplusplus
 extern "C" {

@@ -7,12 +7,19 @@
 // 3x3 minors of the last three, ...).  The sums of the expansion run in a
 // precision wider than the element type and the result is rounded to the
 // element type once, on storing:
-//   64f  minors of orders 3 and 4 in double, their sums in long double; every
-//        minor of orders 5 and 6 in long double.  Callers compare the last
-//        bits of these results, so the order of every term is fixed.
 //   32f  everything in double.  Double is the wider type for floats (the 2x2
 //        minors' products are exact in it), so the whole expansion runs in
 //        SSE registers, without the x87 unit, and vectorises across objects.
+//        Callers compare the last bits of these results, so the order of
+//        every term is fixed.
+//   64f  every product and sum in double-double: a value is an unevaluated
+//        sum hi + lo of two doubles, products are split exactly (no fused
+//        multiply-add: the halves of a 26-bit split multiply exactly), sums
+//        carry their rounding error.  The result is the expansion's value
+//        rounded once, so a minor that cancels keeps its low bits.  Elements
+//        outside [2^-100, 2^100] (or not finite) take a guarded path: the
+//        rows are scaled by powers of two, which is exact, and the scale is
+//        put back on the result.
 //
 // Arrays run four objects at a time: lane l of a Lanes value holds a quantity
 // of object k + l, computed by exactly the operations the single object
@@ -35,8 +42,6 @@
 #include "kelm.h"
 
 namespace kelm {
-
-using LD = long double;
 
 // Four doubles, one per object: a pair of SSE2 registers on the baseline, one
 // AVX register in the wide clone; lane-wise IEEE operations either way.
@@ -124,38 +129,26 @@ KELM_DET_INLINE void store(const Lanes& r, T* dst, int live)
     }
 }
 
-template <class T>
-constexpr bool kWideInDouble = std::is_same_v<T, float>;  // 32f: the expansion runs in double
-
-// Order 3: the 2x2 minors of rows 1 and 2 in double, the sum of the three
-// terms in the wider type, in this order (callers compare the last bits).
+// 32f order 3: the 2x2 minors of rows 1 and 2 and the sum of the three terms
+// in double, in this order (callers compare the last bits).
 template <class D>
 KELM_DET_INLINE void a6_Det_ma_3x3(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
 {
-    using T = typename D::Elem;
     Lanes a[3][3] = {};
-    gather<3>(d, k, live, kWideInDouble<T> ? 0 : 1, a);
+    gather<3>(d, k, live, 0, a);
     const Lanes m1 = a[2][0] * a[1][2] - a[1][0] * a[2][2];
     const Lanes m2 = a[2][1] * a[1][0] - a[2][0] * a[1][1];
     const Lanes m0 = a[1][1] * a[2][2] - a[1][2] * a[2][1];
-    if constexpr (kWideInDouble<T>) {
-        store<T>(m1 * a[0][1] + m2 * a[0][2] + m0 * a[0][0], dst, live);
-    } else {
-        for (int l = 0; l < live; ++l) {
-            const auto o = d[k + l];
-            dst[l] = T(LD(m1[l]) * LD(o(0, 1)) + LD(m2[l]) * LD(o(0, 2)) + LD(m0[l]) * LD(o(0, 0)));
-        }
-    }
+    store<typename D::Elem>(m1 * a[0][1] + m2 * a[0][2] + m0 * a[0][0], dst, live);
 }
 
-// Order 4: the six 2x2 minors of rows 2 and 3 and their products with row 1
-// in double; the 3x3 minors' sums and the final sum in the wider type.
+// 32f order 4: the six 2x2 minors of rows 2 and 3, their products with row 1,
+// the 3x3 minors and the final sum, in double.
 template <class D>
 KELM_DET_INLINE void a6_Det_ma_4x4(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
 {
-    using T = typename D::Elem;
     Lanes a[4][4] = {};
-    gather<4>(d, k, live, kWideInDouble<T> ? 0 : 1, a);
+    gather<4>(d, k, live, 0, a);
     const Lanes m01 = a[2][0] * a[3][1] - a[2][1] * a[3][0], m02 = a[2][0] * a[3][2] - a[2][2] * a[3][0];
     const Lanes m03 = a[2][0] * a[3][3] - a[2][3] * a[3][0], m12 = a[2][1] * a[3][2] - a[2][2] * a[3][1];
     const Lanes m13 = a[2][1] * a[3][3] - a[2][3] * a[3][1], m23 = a[2][2] * a[3][3] - a[2][3] * a[3][2];
@@ -163,18 +156,9 @@ KELM_DET_INLINE void a6_Det_ma_4x4(const D& d, ptrdiff_t k, int live, typename D
                            {a[1][0] * m23, a[1][2] * m03, a[1][3] * m02},
                            {a[1][0] * m13, a[1][1] * m03, a[1][3] * m01},
                            {a[1][0] * m12, a[1][1] * m02, a[1][2] * m01}};
-    if constexpr (kWideInDouble<T>) {
-        Lanes c[4];
-        for (int j = 0; j < 4; ++j) c[j] = p[j][0] - p[j][1] + p[j][2];
-        store<T>(a[0][0] * c[0] - a[0][1] * c[1] + a[0][2] * c[2] - a[0][3] * c[3], dst, live);
-    } else {
-        for (int l = 0; l < live; ++l) {
-            const auto o = d[k + l];
-            LD c[4];
-            for (int j = 0; j < 4; ++j) c[j] = LD(p[j][0][l]) - LD(p[j][1][l]) + LD(p[j][2][l]);
-            dst[l] = T(LD(o(0, 0)) * c[0] - LD(o(0, 1)) * c[1] + LD(o(0, 2)) * c[2] - LD(o(0, 3)) * c[3]);
-        }
-    }
+    Lanes c[4];
+    for (int j = 0; j < 4; ++j) c[j] = p[j][0] - p[j][1] + p[j][2];
+    store<typename D::Elem>(a[0][0] * c[0] - a[0][1] * c[1] + a[0][2] * c[2] - a[0][3] * c[3], dst, live);
 }
 
 // Orders 5 and 6: the minor of rows r..N-1 on the column set S (a bit mask
@@ -220,52 +204,176 @@ constexpr ExpandPlan<N> make_expand_plan()
 template <int N>
 inline constexpr ExpandPlan<N> kExpandPlan = make_expand_plan<N>();
 
-// ZeroFirst: the long double sums start from 0 (0 + t, which turns a first
-// term of -0 into +0); the double ones start from their first term.
-template <int N, std::size_t I, bool ZeroFirst, class Acc, class At>
+template <int N, std::size_t I, class Acc, class At>
 KELM_DET_INLINE void expand_step(Acc* m, const At& at)
 {
     constexpr ExpandStep s = kExpandPlan<N>.step[I];
     const Acc t = at(s.row, s.col) * m[s.src];
-    if constexpr (s.term == 0) m[s.dst] = ZeroFirst ? Acc{} + t : t;
+    if constexpr (s.term == 0) m[s.dst] = t;
     else if constexpr (s.term & 1) m[s.dst] = m[s.dst] - t;
     else m[s.dst] = m[s.dst] + t;
 }
 
 // The full minor goes to det (an out parameter: vector returns would change
 // the calling convention between the two clones).
-template <int N, bool ZeroFirst, class Acc, class At, std::size_t... I>
+template <int N, class Acc, class At, std::size_t... I>
 KELM_DET_INLINE void expand(const At& at, Acc& det, std::index_sequence<I...>)
 {
     Acc m[1 << N];
     for (int c = 0; c < N; ++c) m[1 << c] = at(N - 1, c);
-    (expand_step<N, I, ZeroFirst>(m, at), ...);
+    (expand_step<N, I>(m, at), ...);
     det = m[(1 << N) - 1];
 }
 
-template <int N, bool ZeroFirst, class Acc, class At>
+template <int N, class Acc, class At>
 KELM_DET_INLINE void expand(const At& at, Acc& det)
 {
-    expand<N, ZeroFirst>(at, det, std::make_index_sequence<expand_step_count<N>()>());
+    expand<N>(at, det, std::make_index_sequence<expand_step_count<N>()>());
 }
 
 template <int N, class D>
 KELM_DET_INLINE void a6_Det_ma_NxN(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
 {
-    using T = typename D::Elem;
-    if constexpr (kWideInDouble<T>) {
-        Lanes a[N][N] = {}, det;
-        gather<N>(d, k, live, 0, a);
-        expand<N, false>([&](int i, int j) -> const Lanes& { return a[i][j]; }, det);
-        store<T>(det, dst, live);
+    Lanes a[N][N] = {}, det;
+    gather<N>(d, k, live, 0, a);
+    expand<N>([&](int i, int j) -> const Lanes& { return a[i][j]; }, det);
+    store<typename D::Elem>(det, dst, live);
+}
+
+// --- 64f: double-double lanes ------------------------------------------------
+
+using Mask = long long __attribute__((vector_size(4 * sizeof(long long))));
+
+// A double and its two halves of at most 26 significant bits each, so that
+// products of halves are exact.  Dekker's split: valid while |v| < 2^996.
+struct Split {
+    Lanes v, h, l;
+};
+
+KELM_DET_INLINE Split split(const Lanes& v)
+{
+    const Lanes c = v * 134217729.0;  // 2^27 + 1
+    const Lanes h = c - (c - v);
+    return {v, h, v - h};
+}
+
+// hi + lo, |lo| at most half an ulp of hi (after renormalisation).
+struct DD {
+    Lanes hi, lo;
+};
+
+// The exact product of two split doubles.
+KELM_DET_INLINE DD two_prod(const Split& a, const Split& b)
+{
+    const Lanes p = a.v * b.v;
+    return {p, ((a.h * b.h - p) + a.h * b.l + a.l * b.h) + a.l * b.l};
+}
+
+// A double-double times a split double: the high part's product exactly, the
+// low part's rounded.
+KELM_DET_INLINE DD operator*(const Split& b, const DD& x)
+{
+    DD t = two_prod(split(x.hi), b);
+    t.lo = t.lo + x.lo * b.v;
+    return t;
+}
+
+// The sum of the high parts exactly (two-sum), the low parts added to its
+// error, renormalised.
+KELM_DET_INLINE DD operator+(const DD& x, const DD& y)
+{
+    const Lanes s = x.hi + y.hi, v = s - x.hi;
+    const Lanes e = ((x.hi - (s - v)) + (y.hi - v)) + (x.lo + y.lo);
+    const Lanes h = s + e;
+    return {h, e - (h - s)};
+}
+
+KELM_DET_INLINE DD operator-(const DD& x, const DD& y) { return x + DD{-y.hi, -y.lo}; }
+
+// Step I of the expansion plan on double-double minors; the entries of one
+// column (the last row's elements) are never stored: a 2x2 minor's products
+// come from both elements' splits.
+template <int N, std::size_t I>
+KELM_DET_INLINE void expand_dd_step(DD* m, const Split (&s)[N][N])
+{
+    constexpr ExpandStep st = kExpandPlan<N>.step[I];
+    const Split& a = s[st.row][st.col];
+    DD t;
+    if constexpr (bit_count(st.src) == 1) {
+        constexpr int c = __builtin_ctz(st.src);
+        t = two_prod(a, s[N - 1][c]);
     } else {
-        for (int l = 0; l < live; ++l) {
-            const auto o = d[k + l];
-            LD det;
-            expand<N, true>([&](int i, int j) { return LD(o(i, j)); }, det);
-            dst[l] = T(det);
+        t = a * m[st.src];
+    }
+    if constexpr (st.term == 0) m[st.dst] = t;
+    else if constexpr (st.term & 1) m[st.dst] = m[st.dst] - t;
+    else m[st.dst] = m[st.dst] + t;
+}
+
+template <int N, std::size_t... I>
+KELM_DET_INLINE DD expand_dd(const Split (&s)[N][N], std::index_sequence<I...>)
+{
+    DD m[1 << N];
+    (expand_dd_step<N, I>(m, s), ...);
+    return m[(1 << N) - 1];
+}
+
+template <int N>
+KELM_DET_INLINE DD expand_dd(const Lanes (&a)[N][N])
+{
+    Split s[N][N];
+    for (int i = 0; i < N; ++i)
+        for (int j = 0; j < N; ++j) s[i][j] = split(a[i][j]);
+    return expand_dd<N>(s, std::make_index_sequence<expand_step_count<N>()>());
+}
+
+// Lanes whose every element is 0 or of magnitude in [2^-100, 2^100]: there no
+// split overflows and no product's error falls below the normal range.
+template <int N>
+KELM_DET_INLINE Mask in_range(const Lanes (&a)[N][N])
+{
+    Mask ok = Mask{} == Mask{};
+    for (int i = 0; i < N; ++i)
+        for (int j = 0; j < N; ++j) {
+            const Lanes m = Lanes(Mask(a[i][j]) & 0x7fffffffffffffffLL);  // |a|, NaN kept
+            ok &= (m <= 0x1p100) & ((m >= 0x1p-100) | (m == 0.0));
+        }
+    return ok;
+}
+
+// One 64f object outside that range: each row scaled by a power of two that
+// brings its largest magnitude into [1, 2) (exact), the expansion run on the
+// scaled rows, the scale put back on the result.  Rows with infinities or
+// NaNs, or of zeros, are left as they are (the arithmetic carries them).
+template <int N, class V>
+inline double det_scaled(const V& o)
+{
+    Lanes a[N][N] = {};
+    int e = 0;
+    for (int i = 0; i < N; ++i) {
+        double big = 0;
+        for (int j = 0; j < N; ++j) big = std::fmax(big, std::fabs(o(i, j)));
+        const int ei = std::isfinite(big) && big > 0 ? std::ilogb(big) : 0;
+        e += ei;
+        for (int j = 0; j < N; ++j) {
+            const double x = std::ldexp(o(i, j), -ei);
+            a[i][j] = Lanes{x, x, x, x};
         }
     }
+    const DD r = expand_dd<N>(a);
+    // Put the scale back in two steps so that neither overflows on its own.
+    return std::ldexp(std::ldexp(r.hi[0], e / 2) + std::ldexp(r.lo[0], e / 2), e - e / 2);
+}
+
+template <int N, class D>
+KELM_DET_INLINE void a6_Det_ma_dd(const D& d, ptrdiff_t k, int live, double* dst)
+{
+    Lanes a[N][N] = {};
+    gather<N>(d, k, live, 0, a);
+    const Mask ok = in_range<N>(a);
+    store<double>(expand_dd<N>(a).hi, dst, live);
+    for (int l = 0; l < live; ++l)
+        if (!ok[l]) dst[l] = det_scaled<N>(d[k + l]);
 }
 
 // Elimination for orders 1, 2 and 7 up.  The buffer holds a row-major copy
@@ -314,7 +422,8 @@ inline T det_eliminate(const V& a, int n, T* buf)
 template <int N, class D>
 KELM_DET_INLINE void a6_Det_ma_block(const D& d, ptrdiff_t k, int live, typename D::Elem* dst)
 {
-    if constexpr (N == 3) a6_Det_ma_3x3(d, k, live, dst);
+    if constexpr (std::is_same_v<typename D::Elem, double>) a6_Det_ma_dd<N>(d, k, live, dst);
+    else if constexpr (N == 3) a6_Det_ma_3x3(d, k, live, dst);
     else if constexpr (N == 4) a6_Det_ma_4x4(d, k, live, dst);
     else a6_Det_ma_NxN<N>(d, k, live, dst);
 }
