@@ -7,7 +7,7 @@
 
 namespace kb {
 
-enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, Count };
+enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, Invert, Count };
 
 struct Job {
     int elem;     // element size in bytes: 4 (32f) or 8 (64f)
@@ -20,7 +20,7 @@ struct Job {
     void* d;        // results: matrices, vectors, or one scalar per object (Det)
     void* f;        // LU factors (same layout as a)
     int* idx;       // LU pivot indices, n per object
-    void* work;     // Det work buffer, n*(n+1) elements
+    void* work;     // Det and Invert work buffer, n*(n+1) elements
     double c;       // the constant of Mul mac
 
     // Byte strides of the layout.
@@ -42,6 +42,7 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::MulMac: return 2 * nn * elem;
     case Workload::Det: return (nn + 1) * elem;
     case Workload::LU: return (nn + 2 * n) * elem;
+    case Workload::Invert: return 2 * nn * elem;
     default: return 0;
     }
 }

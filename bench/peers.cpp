@@ -177,6 +177,36 @@ struct Plain {
             for (int i = 0; i < N; ++i) z[i * S] = r[i];
         });
     }
+
+    // Gauss-Jordan with partial pivoting on a local [A | I].
+    static void invert(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            T* z = d + std::ptrdiff_t(k) * MS;
+            T m[N][2 * N];
+            for (int i = 0; i < N; ++i)
+                for (int c = 0; c < N; ++c) m[i][c] = x[(i * N + c) * S], m[i][N + c] = T(i == c);
+            for (int q = 0; q < N; ++q) {
+                int p = q;
+                for (int i = q + 1; i < N; ++i)
+                    if (std::abs(m[i][q]) > std::abs(m[p][q])) p = i;
+                if (p != q)
+                    for (int c = 0; c < 2 * N; ++c) std::swap(m[p][c], m[q][c]);
+                const T r = T(1) / m[q][q];
+                for (int c = 0; c < 2 * N; ++c) m[q][c] *= r;
+                for (int i = 0; i < N; ++i) {
+                    if (i == q) continue;
+                    const T f = m[i][q];
+                    for (int c = 0; c < 2 * N; ++c) m[i][c] -= f * m[q][c];
+                }
+            }
+            for (int i = 0; i < N; ++i)
+                for (int c = 0; c < N; ++c) z[(i * N + c) * S] = m[i][N + c];
+        });
+    }
 };
 
 // --- Eigen ------------------------------------------------------------------
@@ -226,6 +256,10 @@ struct Eig {
     {
         each_object(j, [&](int k) { mvec(j.d, k) = cmat(j.a, k).partialPivLu().solve(cvec(j.b, k)); });
     }
+    static void invert(const Job& j)
+    {
+        each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k).inverse(); });
+    }
 };
 
 // --- tables -----------------------------------------------------------------
@@ -241,6 +275,7 @@ PeerFn pick(Workload w)
     case Workload::MulMac: return &K::mul_mac;
     case Workload::Det: return &K::det;
     case Workload::LU: return &K::lu;
+    case Workload::Invert: return &K::invert;
     default: return nullptr;
     }
 }
