@@ -207,7 +207,12 @@ std::string case_name(const Case& c)
            layout_name(c.es) + "/count:" + std::to_string(c.count) + "/threads:" + std::to_string(c.threads);
 }
 
-bool vector_operand(Workload w) { return w == Workload::MulMava || w == Workload::LU; }
+bool vector_operand(Workload w)
+{
+    return w == Workload::MulMava || w == Workload::LU || w == Workload::CrossVava || w == Workload::SaxpyVava ||
+           w == Workload::LCombVava || w == Workload::GaxpyMva;
+}
+bool scalar_result(Workload w) { return w == Workload::Det || w == Workload::DotVava; }
 
 Job make_job(const Case& c)
 {
@@ -237,11 +242,11 @@ struct Results {
     int n, es;
     std::ptrdiff_t at(int k, int e) const
     {
-        if (w == Workload::Det) return k;
+        if (scalar_result(w)) return k;
         const int per = vector_operand(w) ? n : n * n;
         return (std::ptrdiff_t(k) * per + e) * es;
     }
-    int per_object() const { return w == Workload::Det ? 1 : vector_operand(w) ? n : n * n; }
+    int per_object() const { return scalar_result(w) ? 1 : vector_operand(w) ? n : n * n; }
 };
 
 template <class T>

@@ -7,7 +7,16 @@
 
 namespace kb {
 
-enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, Invert, Count };
+enum class Workload {
+    AddMama, MulMama, MulMava, MulMac, Det, LU,
+    Invert,
+    // Vector workloads: x vectors in a, y vectors in b (vecStride apart).
+    // Cross: 3-vectors vecStride apart (order 3 packs them).  Gaxpy: the one
+    // matrix is the first of a, the z vectors follow it in a (at a +
+    // matStride), x in b.
+    DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva,
+    Count
+};
 
 struct Job {
     int elem;     // element size in bytes: 4 (32f) or 8 (64f)
@@ -21,7 +30,7 @@ struct Job {
     void* f;        // LU factors (same layout as a)
     int* idx;       // LU pivot indices, n per object
     void* work;     // Det and Invert work buffer, n*(n+1) elements
-    double c;       // the constant of Mul mac
+    double c;       // the constant of Mul mac, the scale of Saxpy and the first of LComb (the second is 0.5)
 
     // Byte strides of the layout.
     int elemStride() const { return es * elem; }
@@ -43,6 +52,11 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::Det: return (nn + 1) * elem;
     case Workload::LU: return (nn + 2 * n) * elem;
     case Workload::Invert: return 2 * nn * elem;
+    case Workload::DotVava: return (2.0 * n + 1) * elem;
+    case Workload::CrossVava: return 9.0 * elem;
+    case Workload::SaxpyVava:
+    case Workload::LCombVava:
+    case Workload::GaxpyMva: return 3.0 * n * elem;  // the shared matrix not counted
     default: return 0;
     }
 }

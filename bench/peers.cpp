@@ -205,6 +205,70 @@ struct Plain {
             }
             for (int i = 0; i < N; ++i)
                 for (int c = 0; c < N; ++c) z[(i * N + c) * S] = m[i][N + c];
+    // Vector workloads: x in a, y in b; Gaxpy's matrix is the first of a and
+    // its z vectors follow it.
+    static void dot_vava(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        const T* b = static_cast<const T*>(job.b);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * VS;
+            const T* y = b + std::ptrdiff_t(k) * VS;
+            T s = 0;
+            for (int i = 0; i < N; ++i) s += x[i * S] * y[i * S];
+            d[k] = s;
+        });
+    }
+
+    static void cross_vava(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        const T* b = static_cast<const T*>(job.b);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * VS;
+            const T* y = b + std::ptrdiff_t(k) * VS;
+            T* z = d + std::ptrdiff_t(k) * VS;
+            const T r0 = x[S] * y[2 * S] - x[2 * S] * y[S];
+            const T r1 = x[2 * S] * y[0] - x[0] * y[2 * S];
+            const T r2 = x[0] * y[S] - x[S] * y[0];
+            z[0] = r0, z[S] = r1, z[2 * S] = r2;
+        });
+    }
+
+    template <bool Two>
+    static void scaled_vava(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        const T* b = static_cast<const T*>(job.b);
+        T* d = static_cast<T*>(job.d);
+        const T c = T(job.c), c2 = T(0.5);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * VS;
+            const T* y = b + std::ptrdiff_t(k) * VS;
+            T* z = d + std::ptrdiff_t(k) * VS;
+            for (int i = 0; i < N; ++i) z[i * S] = Two ? x[i * S] * c + y[i * S] * c2 : x[i * S] * c + y[i * S];
+        });
+    }
+    static void saxpy_vava(const Job& job) { scaled_vava<false>(job); }
+    static void lcomb_vava(const Job& job) { scaled_vava<true>(job); }
+
+    static void gaxpy_mva(const Job& job)
+    {
+        const T* m = static_cast<const T*>(job.a);
+        const T* zs = m + MS;
+        const T* b = static_cast<const T*>(job.b);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* v = b + std::ptrdiff_t(k) * VS;
+            const T* z = zs + std::ptrdiff_t(k) * VS;
+            T* r = d + std::ptrdiff_t(k) * VS;
+            for (int i = 0; i < N; ++i) {
+                T s = 0;
+                for (int p = 0; p < N; ++p) s += m[(i * N + p) * S] * v[p * S];
+                r[i * S] = s + z[i * S];
+            }
         });
     }
 };
@@ -259,6 +323,32 @@ struct Eig {
     static void invert(const Job& j)
     {
         each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k).inverse(); });
+    static void dot_vava(const Job& j)
+    {
+        T* d = static_cast<T*>(j.d);
+        each_object(j, [&](int k) { d[k] = cvec(j.a, k).dot(cvec(j.b, k)); });
+    }
+    static void cross_vava(const Job& j)
+    {
+        each_object(j, [&](int k) {
+            mvec(j.d, k).template head<3>() = cvec(j.a, k).template head<3>().cross(cvec(j.b, k).template head<3>());
+        });
+    }
+    static void saxpy_vava(const Job& j)
+    {
+        const T c = T(j.c);
+        each_object(j, [&](int k) { mvec(j.d, k) = cvec(j.a, k) * c + cvec(j.b, k); });
+    }
+    static void lcomb_vava(const Job& j)
+    {
+        const T c = T(j.c), c2 = T(0.5);
+        each_object(j, [&](int k) { mvec(j.d, k) = cvec(j.a, k) * c + cvec(j.b, k) * c2; });
+    }
+    static void gaxpy_mva(const Job& j)
+    {
+        const CMat m = cmat(j.a, 0);
+        const T* zs = static_cast<const T*>(j.a) + MS;
+        each_object(j, [&](int k) { mvec(j.d, k).noalias() = m * cvec(j.b, k) + cvec(zs, k); });
     }
 };
 
@@ -276,6 +366,11 @@ PeerFn pick(Workload w)
     case Workload::Det: return &K::det;
     case Workload::LU: return &K::lu;
     case Workload::Invert: return &K::invert;
+    case Workload::DotVava: return &K::dot_vava;
+    case Workload::CrossVava: return &K::cross_vava;
+    case Workload::SaxpyVava: return &K::saxpy_vava;
+    case Workload::LCombVava: return &K::lcomb_vava;
+    case Workload::GaxpyMva: return &K::gaxpy_mva;
     default: return nullptr;
     }
 }

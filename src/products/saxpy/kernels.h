@@ -1,0 +1,187 @@
+// Kernels of Saxpy, LComb and Gaxpy.
+//
+// Saxpy:  d(i) = x(i) a + y(i)          (x is always the scaled operand)
+// LComb:  d(i) = x(i) a + y(i) b        (both products rounded, then added)
+// Gaxpy:  d(i) = (sum over k of A(i, k) x(k)) + z(i)
+//
+// Saxpy and LComb are one expression per element, so any order of work gives
+// the same bits; each destination element is written after its two sources
+// are read.  Gaxpy forms the sum of products exactly as Mul mv does (from
+// zero, ascending k, in the element type: the matrix-vector kernels are the
+// very same) into the destination, then adds z(i) last.  So the destination
+// must never be z.
+#pragma once
+
+#include <type_traits>
+
+#include "common/check.h"
+#include "common/desc.h"
+#include "common/dispatch.h"
+#include "common/parallel.h"
+#include "products/mul_mv/kernels.h"  // the matrix-vector kernels, thresholds, serial run and driver
+
+namespace kelm {
+
+template <class T>
+struct SaxpyOp {
+    T a;
+    T operator()(T x, T y) const { return x * a + y; }
+};
+
+template <class T>
+struct LCombOp {
+    T a, b;
+    T operator()(T x, T y) const { return x * a + y * b; }
+};
+
+// Vectors back to back in a contiguous array: the objects form one run.
+template <class T>
+bool packed_vectors(const Strided<T, true>& s, int count, int n)
+{
+    return count == 1 || s.obj == ptrdiff_t(n) * ptrdiff_t(sizeof(T));
+}
+
+// n elements in blocks of 64 bytes: a block's sources are all read before its
+// destinations are written, so the destination may be either source.
+template <class T, class Op>
+static KELM_WIDE void scaled_run(ptrdiff_t n, const Op& op, const T* x, const T* y, T* d)
+{
+    constexpr int B = 64 / int(sizeof(T));
+    ptrdiff_t e = 0;
+    for (; e + B <= n; e += B) {
+        T r[B];
+        for (int j = 0; j < B; ++j) r[j] = op(x[e + j], y[e + j]);
+        for (int j = 0; j < B; ++j) d[e + j] = r[j];
+    }
+    for (; e < n; ++e) d[e] = op(x[e], y[e]);
+}
+
+// Object by object; N above 0 is the length written out.
+template <int N, class Op, class X, class Y, class D>
+static KELM_WIDE __attribute__((flatten)) void scaled_objects(int count, const Op& op, const X& x, const Y& y,
+                                                              const D& d, int n)
+{
+    using T = typename D::Elem;
+    for (int k = 0; k < count; ++k) {
+        const auto xv = x[k];
+        const auto yv = y[k];
+        const auto dv = d[k];
+        if constexpr (N > 0) {
+            T r[N];
+#pragma GCC unroll 8
+            for (int j = 0; j < N; ++j) r[j] = op(xv[j], yv[j]);
+#pragma GCC unroll 8
+            for (int j = 0; j < N; ++j) dv[j] = r[j];
+        } else {
+            for (int j = 0; j < n; ++j) dv[j] = op(xv[j], yv[j]);
+        }
+    }
+}
+
+// The kernel of every Saxpy and LComb member and description: the operation
+// (with its scale factors) and the length; a single x or y of an array member
+// is an array of object stride 0.
+template <class Op, class X, class Y, class D>
+kelStatus scaled_sum_of(int count, const Op& op, int n, const X& x, const Y& y, const D& d)
+{
+    using T = typename D::Elem;
+    if constexpr (std::is_same_v<X, Strided<T, true>> && std::is_same_v<Y, Strided<T, true>> &&
+                  std::is_same_v<D, Strided<T, true>>) {
+        if (packed_vectors(x, count, n) && packed_vectors(y, count, n) && packed_vectors(d, count, n)) {
+            scaled_run<T>(ptrdiff_t(count) * n, op, &elem_at<T>(x.base), &elem_at<T>(y.base), &elem_at<T>(d.base));
+            return kelOk;
+        }
+    }
+    switch (n) {
+    case 3: scaled_objects<3>(count, op, x, y, d, n); break;
+    case 4: scaled_objects<4>(count, op, x, y, d, n); break;
+    case 5: scaled_objects<5>(count, op, x, y, d, n); break;
+    case 6: scaled_objects<6>(count, op, x, y, d, n); break;
+    default: scaled_objects<0>(count, op, x, y, d, n); break;
+    }
+    return kelOk;
+}
+
+template <class T>
+struct ownkelmSaxpy_vava {  // also vv, vav and vva
+    int n;
+    T a;
+    template <class X, class Y, class D>
+    kelStatus operator()(int count, const X& x, const Y& y, const D& d) const
+    {
+        return scaled_sum_of(count, SaxpyOp<T>{a}, n, x, y, d);
+    }
+};
+
+template <class T>
+struct ownkelmLComb_vava {  // also vv and vav
+    int n;
+    T a, b;
+    template <class X, class Y, class D>
+    kelStatus operator()(int count, const X& x, const Y& y, const D& d) const
+    {
+        return scaled_sum_of(count, LCombOp<T>{a, b}, n, x, y, d);
+    }
+};
+
+// --- Gaxpy ------------------------------------------------------------------------
+
+// d(i) = d(i) + z(i) for h elements of each object.
+template <class Z, class D>
+static KELM_WIDE __attribute__((flatten)) void add_last(int count, const Z& z, const D& d, int h)
+{
+    for (int k = 0; k < count; ++k) {
+        const auto zv = z[k];
+        const auto dv = d[k];
+        for (int i = 0; i < h; ++i) dv[i] = dv[i] + zv[i];
+    }
+}
+
+// The kernel of every Gaxpy member and description (the matrix is always a
+// single one; in mvav z is an array of object stride 0).  Runs of objects
+// small enough to stay in the cache take the matrix-vector products, then z.
+struct ownkelmGaxpy_mva {  // also mv and mvav
+    int w, h;
+    template <class A, class X, class Z, class D>
+    kelStatus operator()(int count, const A& a, const X& x, const Z& z, const D& d) const
+    {
+        constexpr int kRun = 256;
+        const ownkelmMul_mv<false> mv{w, h};
+        for (int first = 0; first < count; first += kRun) {
+            const int mine = count - first < kRun ? count - first : kRun;
+            mv(mine, a, x.from(first), d.from(first));
+            add_last(mine, z.from(first), d.from(first), h);
+        }
+        return kelOk;
+    }
+};
+
+// --- when an array goes parallel -----------------------------------------------
+
+template <class T>
+constexpr bool is32 = sizeof(T) == 4;
+
+// Saxpy's list path with general strides is 1000 for vav and 1500 for vva in
+// 32f: the members' settled values.
+template <class T>
+constexpr Limits kSaxpyVavLimits = {3000, is32<T> ? 2000 : 1200, is32<T> ? 1500 : 1000, 1000, 1200};
+template <class T>
+constexpr Limits kSaxpyVvaLimits = {3000, is32<T> ? 2000 : 1200, is32<T> ? 1500 : 1000, is32<T> ? 1500 : 1000, 1200};
+template <class T>
+constexpr Limits kSaxpyVavaLimits = kSaxpyVavLimits<T>;
+template <class T>
+constexpr Limits kLCombLimits = {4500, 4500, 4500, is32<T> ? 3750 : 4500, 4500};
+// The 500 of the 32f list path with general strides and the pointer values
+// that rise for 64f are the members' settled values.
+template <class T>
+constexpr Limits kGaxpyLimits = {is32<T> ? 7000 : 5000, 5000, is32<T> ? 7000 : 6000, is32<T> ? 500 : 5000,
+                                 is32<T> ? 4500 : 7000};
+
+// Work measures count vector elements read and written (a shared matrix is
+// not counted), in wrapping signed 32-bit.
+inline I32 work_array_single(int len, int count) { return I32(len) * (I32(2) * count + 1); }  // vav, vva
+inline I32 work_two_arrays(int len, int count) { return I32(3) * len * count; }              // vava
+inline I32 work_gaxpy_mva(int w, int h, int count) { return (I32(w) + I32(2) * h) * count; }
+inline I32 work_gaxpy_mvav(int w, int h, int count) { return I32(w) * count + h + I32(h) * count; }
+
+}  // namespace kelm
