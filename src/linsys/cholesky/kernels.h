@@ -52,6 +52,7 @@
 
 #include "common/check.h"
 #include "common/desc.h"
+#include "common/dispatch.h"
 #include "common/parallel.h"
 #include "common/vectors.h"
 #include "kelm.h"
@@ -245,9 +246,25 @@ kelStatus ownkelmCholeskyBackSubst_mv(const SV& s, const BV& b, const DV& x, int
 
 template <class O>
 struct Group {
+    using Obj = O;
     O o[4];
     int live;
 };
+
+// Rows of contiguous floats: whole runs are loaded and stored and turned
+// between objects and lanes by four-by-four transposes.
+template <class G>
+constexpr bool kDenseRows = std::is_same_v<typename G::Obj, DenseView<float, true>>;
+
+KELM_CHOL_INLINE void transpose4(f4& a, f4& b, f4& c, f4& d)
+{
+    const f4 t0 = __builtin_shufflevector(a, b, 0, 4, 1, 5), t1 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
+    const f4 t2 = __builtin_shufflevector(c, d, 0, 4, 1, 5), t3 = __builtin_shufflevector(c, d, 2, 6, 3, 7);
+    a = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
+    b = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+    c = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
+    d = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
+}
 
 template <class D>
 KELM_CHOL_INLINE auto group_of(const D& d, ptrdiff_t k, int live)
@@ -276,20 +293,60 @@ KELM_CHOL_INLINE void store_lanes(const G& g, int i, int j, f4 v)
     }
 }
 
+// Elements 0..W-1 of row i of the four objects, as lanes (only those are read).
+template <int W, class G>
+KELM_CHOL_INLINE void load_row(const G& g, int i, f4* out)
+{
+    if constexpr (kDenseRows<G>) {
+        vx::unrolled<0, (W + 3) / 4>([&](auto c) {
+            constexpr int j0 = 4 * int(c), w = W - j0 < 4 ? W - j0 : 4;
+            f4 r0 = vx::load<f4, w>(&g.o[0](i, j0)), r1 = vx::load<f4, w>(&g.o[1](i, j0));
+            f4 r2 = vx::load<f4, w>(&g.o[2](i, j0)), r3 = vx::load<f4, w>(&g.o[3](i, j0));
+            transpose4(r0, r1, r2, r3);
+            const f4 r[4] = {r0, r1, r2, r3};
+#pragma GCC unroll 4
+            for (int j = 0; j < w; ++j) out[j0 + j] = r[j];
+        });
+    } else {
+#pragma GCC unroll 8
+        for (int j = 0; j < W; ++j) out[j] = lanes_at(g, i, j);
+    }
+}
+
+// Stores elements 0..W-1 of row i of the live objects (only those are written).
+template <int W, class G>
+KELM_CHOL_INLINE void store_row(const G& g, int i, const f4* in)
+{
+    if constexpr (kDenseRows<G>) {
+        vx::unrolled<0, (W + 3) / 4>([&](auto c) {
+            constexpr int j0 = 4 * int(c), w = W - j0 < 4 ? W - j0 : 4;
+            f4 r0 = in[j0], r1 = in[j0 + (w > 1)], r2 = in[j0 + (w > 2 ? 2 : 0)], r3 = in[j0 + (w > 3 ? 3 : 0)];
+            transpose4(r0, r1, r2, r3);
+            vx::store<w>(&g.o[0](i, j0), r0);
+            if (g.live > 1) {
+                vx::store<w>(&g.o[1](i, j0), r1);
+                vx::store<w>(&g.o[2](i, j0), r2);
+                vx::store<w>(&g.o[3](i, j0), r3);
+            }
+        });
+    } else {
+#pragma GCC unroll 8
+        for (int j = 0; j < W; ++j) store_lanes(g, i, j, in[j]);
+    }
+}
+
 // Decomposition of one group of order N: the source's lower triangle as
 // lanes, the rows stored as they pass.
 template <int N, class GS, class GD>
 KELM_CHOL_INLINE kelStatus chol4_decomp_group(const GS& s, const GD& d)
 {
     f4 a[N][N], l[N][N];
-#pragma GCC unroll 8
-    for (int i = 0; i < N; ++i)
-#pragma GCC unroll 8
-        for (int j = 0; j <= i; ++j) a[i][j] = lanes_at(s, i, j);
+    vx::unrolled<0, N>([&](auto i) { load_row<i + 1>(s, i, a[i]); });
     return chol_factor<N, EstimatedRoot>(a, l, [&](int i, bool passed) {
         if (!passed) return;
-#pragma GCC unroll 8
-        for (int j = 0; j <= i; ++j) store_lanes(d, i, j, l[i][j]);
+        vx::unrolled<0, N>([&](auto r) {
+            if (r == i) store_row<r + 1>(d, r, l[r]);
+        });
     });
 }
 
@@ -299,11 +356,25 @@ template <int N, class F, class GB, class GX>
 KELM_CHOL_INLINE void chol4_solve_group(const F (&l)[N][N], const GB& b, const GX& x)
 {
     f4 v[N];
-#pragma GCC unroll 8
-    for (int i = 0; i < N; ++i) v[i] = lanes_at(b, 0, i);
+    load_row<N>(b, 0, v);
     chol_solve<N>(l, v);
-#pragma GCC unroll 8
-    for (int i = 0; i < N; ++i) store_lanes(x, 0, i, v[i]);
+    store_row<N>(x, 0, v);
+}
+
+// Factor-vector pairs four at a time (factor q with vector q in lane q),
+// then one at a time: the same operations per lane as one pair alone.
+template <int N, class S, class B>
+static KELM_WIDE void chol4_mava(const S& s, const B& b, const B& x, int count)
+{
+    auto one = [&](ptrdiff_t k, int live) {
+        const auto f = group_of(s, k, live);
+        f4 l[N][N];
+        vx::unrolled<0, N>([&](auto i) { load_row<i + 1>(f, i, l[i]); });
+        chol4_solve_group<N>(l, group_of(b, k, live), group_of(x, k, live));
+    };
+    int k = 0;
+    for (; k + 4 <= count; k += 4) one(k, 4);
+    for (; k < count; ++k) one(k, 1);
 }
 
 // One factor, vectors four at a time for any order: y lives in the
@@ -365,10 +436,20 @@ kelStatus ownkelmCholeskyBackSubst_mva(int count, const S& s, const B& b, const 
     }
 }
 
-// Factor k for vector k.
+// Factor k for vector k; the contiguous 32f strided form of orders 3 to 6
+// goes four pairs at a time (the same bits).
 template <class S, class B, class D>
 kelStatus ownkelmCholeskyBackSubst_mava(int count, const S& s, const B& b, const D& x, int n)
 {
+    if constexpr (kFourLaneDecomp<S, D> && std::is_same_v<B, D>) {
+        switch (n) {
+        case 3: chol4_mava<3>(s, b, x, count); return kelOk;
+        case 4: chol4_mava<4>(s, b, x, count); return kelOk;
+        case 5: chol4_mava<5>(s, b, x, count); return kelOk;
+        case 6: chol4_mava<6>(s, b, x, count); return kelOk;
+        default: break;
+        }
+    }
     for (int k = 0; k < count; ++k) ownkelmCholeskyBackSubst_mv(s[k], b[k], x[k], n);
     return kelOk;
 }
