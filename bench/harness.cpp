@@ -149,7 +149,7 @@ struct Block {
 // The largest case of each role decides the block sizes, so that the blocks
 // are filled once per element type and not at every case.
 struct Data {
-    Block a, b, d, f, idx, work;
+    Block a, b, d, f, idx, work, spd;
     std::size_t maxMat[9] = {}, maxVec[9] = {}, maxIdx = 0;
 } data;
 
@@ -210,9 +210,25 @@ std::string case_name(const Case& c)
 bool vector_operand(Workload w)
 {
     return w == Workload::MulMava || w == Workload::LU || w == Workload::CrossVava || w == Workload::SaxpyVava ||
-           w == Workload::LCombVava || w == Workload::GaxpyMva;
+           w == Workload::LCombVava || w == Workload::GaxpyMva || w == Workload::Chol;
 }
 bool scalar_result(Workload w) { return w == Workload::Det || w == Workload::DotVava; }
+
+// Symmetric positive definite matrices for the Cholesky workload, rewritten
+// for each case's order and layout: lower entries in [-1, 1), n + 1 on the
+// diagonal (strictly diagonally dominant).  The upper triangle is not read.
+template <class T>
+void fill_spd(T* a, int n, int es, int count)
+{
+    std::uint64_t s = 0x2545f4914f6cdd1dull;
+    for (std::ptrdiff_t k = 0; k < count; ++k)
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j <= i; ++j) {
+                s ^= s << 13, s ^= s >> 7, s ^= s << 17;
+                const double v = i == j ? n + 1 : double(s >> 11) * (1.0 / 9007199254740992.0) * 2 - 1;
+                a[(k * n * n + i * n + j) * es] = T(v);
+            }
+}
 
 Job make_job(const Case& c)
 {
@@ -228,7 +244,13 @@ Job make_job(const Case& c)
     j.a = data.a.get(mats, c.elem);
     j.b = data.b.get(std::max(mats, vecs), c.elem);
     j.d = data.d.get(std::max(mats, vecs), data.d.filledAs ? data.d.filledAs : 0);
-    if (w == Workload::LU) {
+    if (w == Workload::Chol) {
+        void* spd = data.spd.get(mats, c.elem);
+        if (c.elem == 4) fill_spd(static_cast<float*>(spd), c.n, c.es, c.count);
+        else fill_spd(static_cast<double*>(spd), c.n, c.es, c.count);
+        j.a = spd;
+    }
+    if (w == Workload::LU || w == Workload::Chol) {
         j.f = data.f.get(mats, data.f.filledAs ? data.f.filledAs : 0);
         j.idx = static_cast<int*>(data.idx.get(data.maxIdx, data.idx.filledAs ? data.idx.filledAs : 0));
     }

@@ -9,12 +9,11 @@ namespace kb {
 
 enum class Workload {
     AddMama, MulMama, MulMava, MulMac, Det, LU,
-    Invert,
     // Vector workloads: x vectors in a, y vectors in b (vecStride apart).
     // Cross: 3-vectors vecStride apart (order 3 packs them).  Gaxpy: the one
     // matrix is the first of a, the z vectors follow it in a (at a +
     // matStride), x in b.
-    DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva,
+    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol,
     Count
 };
 
@@ -27,7 +26,7 @@ struct Job {
     const void* a;  // matrices, row-major, back to back in the layout
     const void* b;  // second matrices (Add, Mul mama) or vectors (mava, LU)
     void* d;        // results: matrices, vectors, or one scalar per object (Det)
-    void* f;        // LU factors (same layout as a)
+    void* f;        // LU and Cholesky factors (same layout as a)
     int* idx;       // LU pivot indices, n per object
     void* work;     // Det and Invert work buffer, n*(n+1) elements
     double c;       // the constant of Mul mac, the scale of Saxpy and the first of LComb (the second is 0.5)
@@ -57,6 +56,7 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::SaxpyVava:
     case Workload::LCombVava:
     case Workload::GaxpyMva: return 3.0 * n * elem;  // the shared matrix not counted
+    case Workload::Chol: return (nn + 2 * n) * elem;
     default: return 0;
     }
 }

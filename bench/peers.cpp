@@ -269,6 +269,35 @@ struct Plain {
                 for (int p = 0; p < N; ++p) s += m[(i * N + p) * S] * v[p * S];
                 r[i * S] = s + z[i * S];
             }
+    // Cholesky-Banachiewicz on the lower triangle, then forward and backward
+    // substitution.
+    static void chol(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        const T* b = static_cast<const T*>(job.b);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            const T* v = b + std::ptrdiff_t(k) * VS;
+            T* z = d + std::ptrdiff_t(k) * VS;
+            T l[N][N], r[N];
+            for (int i = 0; i < N; ++i)
+                for (int c = 0; c <= i; ++c) {
+                    T s = x[(i * N + c) * S];
+                    for (int q = 0; q < c; ++q) s -= l[i][q] * l[c][q];
+                    l[i][c] = i == c ? std::sqrt(s) : s / l[c][c];
+                }
+            for (int i = 0; i < N; ++i) {
+                T s = v[i * S];
+                for (int q = 0; q < i; ++q) s -= l[i][q] * r[q];
+                r[i] = s / l[i][i];
+            }
+            for (int i = N - 1; i >= 0; --i) {
+                T s = r[i];
+                for (int q = i + 1; q < N; ++q) s -= l[q][i] * r[q];
+                r[i] = s / l[i][i];
+            }
+            for (int i = 0; i < N; ++i) z[i * S] = r[i];
         });
     }
 };
@@ -349,6 +378,9 @@ struct Eig {
         const CMat m = cmat(j.a, 0);
         const T* zs = static_cast<const T*>(j.a) + MS;
         each_object(j, [&](int k) { mvec(j.d, k).noalias() = m * cvec(j.b, k) + cvec(zs, k); });
+    static void chol(const Job& j)
+    {
+        each_object(j, [&](int k) { mvec(j.d, k) = cmat(j.a, k).llt().solve(cvec(j.b, k)); });
     }
 };
 
@@ -371,6 +403,7 @@ PeerFn pick(Workload w)
     case Workload::SaxpyVava: return &K::saxpy_vava;
     case Workload::LCombVava: return &K::lcomb_vava;
     case Workload::GaxpyMva: return &K::gaxpy_mva;
+    case Workload::Chol: return &K::chol;
     default: return nullptr;
     }
 }

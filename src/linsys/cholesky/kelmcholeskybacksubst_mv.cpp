@@ -1,0 +1,6 @@
+// kelmCholeskyBackSubst_mv: one factor, one right-hand vector, strided and _P.
+#include "args.h"
+
+namespace kelm {
+KELM_CHOL_BACKSUBST_MV()
+}  // namespace kelm

@@ -1,0 +1,6 @@
+// kelmCholeskyDecomp_m: one matrix, strided and _P.
+#include "args.h"
+
+namespace kelm {
+KELM_CHOL_DECOMP_M()
+}  // namespace kelm

@@ -1,0 +1,6 @@
+// kelmCholeskyDecomp_ma: arrays of matrices, strided, _P and _L, with the parallel driver.
+#include "args.h"
+
+namespace kelm {
+KELM_CHOL_DECOMP_MA()
+}  // namespace kelm
