@@ -91,7 +91,7 @@ inline void copy_run(B* __restrict d, const B* __restrict s, ptrdiff_t n)
 
 // Copies by runs when it may; false leaves the work to the element loop.
 template <class B>
-KELM_WIDE bool copy_runs(int count, const Strided<B, true>& s, const Strided<B, true>& d, int h, int w)
+KELM_WIDE bool copy_runs(int count, const Strided<B, true> s, const Strided<B, true> d, int h, int w)
 {
     if (!disjoint(extent(s, count, h, w), extent(d, count, h, w))) return false;
     const ptrdiff_t rowBytes = ptrdiff_t(w) * ptrdiff_t(sizeof(B)), objBytes = rowBytes * h;
@@ -118,7 +118,7 @@ template <class B>
 constexpr bool both_contiguous<Strided<B, true>, Strided<B, true>> = true;
 
 template <class S, class D>
-kelStatus copy_objects(int count, const S& s, const D& d, int h, int w)
+kelStatus copy_objects(int count, const S s, const D d, int h, int w)
 {
     if constexpr (both_contiguous<S, D>)
         if (copy_runs(count, s, d, h, w)) return kelOk;
@@ -146,7 +146,7 @@ kelStatus ownkelmCopy(int count, const S& src, const D& dst, int h, int w)
 // formed whole and stored once, which leaves the same memory as zeroing the
 // row and then storing the one.
 template <class D>
-KELM_WIDE kelStatus identity_objects(int count, const D& d, int h, int w)
+KELM_WIDE kelStatus identity_objects(int count, const D d, int h, int w)
 {
     using T = typename D::Elem;
     for (int k = 0; k < count; ++k) {

@@ -75,8 +75,10 @@ inline void ownkelmTranspose_NxN(const X& x, const Y& y)
     }
 }
 
+// The descriptions are taken by value: the compiler then keeps their strides
+// in registers instead of reloading them after every store.
 template <int N, class S, class D>
-KELM_WIDE void square_objects(int count, const S& s, const D& d)
+KELM_WIDE void square_objects(int count, const S s, const D d)
 {
     for (int k = 0; k < count; ++k) ownkelmTranspose_NxN<N>(s[k], d[k]);
 }
@@ -147,7 +149,7 @@ constexpr bool contiguous_pair<List<B, true>, List<B, true>> = true;
 // The general order: strips for contiguous elements, else the element loop
 // (the _com worker).
 template <class S, class D>
-KELM_WIDE void general_objects(int count, const S& s, const D& d, int h, int w)
+KELM_WIDE void general_objects(int count, const S s, const D d, int h, int w)
 {
     for (int k = 0; k < count; ++k) {
         const auto x = s[k];
