@@ -97,7 +97,9 @@ KELM_WIDE bool copy_runs(int count, const Strided<B, true> s, const Strided<B, t
     const ptrdiff_t rowBytes = ptrdiff_t(w) * ptrdiff_t(sizeof(B)), objBytes = rowBytes * h;
     const bool rowsPacked = h == 1 || (s.row == rowBytes && d.row == rowBytes);
     if (rowsPacked && (count == 1 || (s.obj == objBytes && d.obj == objBytes))) {
-        std::memcpy(d.base, s.base, std::size_t(count) * std::size_t(objBytes));
+        // One run with ordinary vector stores: measured faster here than the
+        // C library's block copy, whose large-size path bypasses the cache.
+        copy_run(&elem_at<B>(d.base), &elem_at<B>(s.base), ptrdiff_t(count) * h * w);
         return true;
     }
     for (int k = 0; k < count; ++k) {
