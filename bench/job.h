@@ -7,7 +7,7 @@
 
 namespace kb {
 
-enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, Count };
+enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, CopyMa, TransposeMa, Count };
 
 struct Job {
     int elem;     // element size in bytes: 4 (32f) or 8 (64f)
@@ -42,6 +42,8 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::MulMac: return 2 * nn * elem;
     case Workload::Det: return (nn + 1) * elem;
     case Workload::LU: return (nn + 2 * n) * elem;
+    case Workload::CopyMa:
+    case Workload::TransposeMa: return 2 * nn * elem;
     default: return 0;
     }
 }

@@ -177,6 +177,29 @@ struct Plain {
             for (int i = 0; i < N; ++i) z[i * S] = r[i];
         });
     }
+
+    static void copy_ma(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            T* z = d + std::ptrdiff_t(k) * MS;
+            for (int i = 0; i < N * N; ++i) z[i * S] = x[i * S];
+        });
+    }
+
+    static void transpose_ma(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            T* z = d + std::ptrdiff_t(k) * MS;
+            for (int i = 0; i < N; ++i)
+                for (int c = 0; c < N; ++c) z[(c * N + i) * S] = x[(i * N + c) * S];
+        });
+    }
 };
 
 // --- Eigen ------------------------------------------------------------------
@@ -226,6 +249,14 @@ struct Eig {
     {
         each_object(j, [&](int k) { mvec(j.d, k) = cmat(j.a, k).partialPivLu().solve(cvec(j.b, k)); });
     }
+    static void copy_ma(const Job& j)
+    {
+        each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k); });
+    }
+    static void transpose_ma(const Job& j)
+    {
+        each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k).transpose(); });
+    }
 };
 
 // --- tables -----------------------------------------------------------------
@@ -241,6 +272,8 @@ PeerFn pick(Workload w)
     case Workload::MulMac: return &K::mul_mac;
     case Workload::Det: return &K::det;
     case Workload::LU: return &K::lu;
+    case Workload::CopyMa: return &K::copy_ma;
+    case Workload::TransposeMa: return &K::transpose_ma;
     default: return nullptr;
     }
 }
