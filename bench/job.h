@@ -13,7 +13,7 @@ enum class Workload {
     // Cross: 3-vectors vecStride apart (order 3 packs them).  Gaxpy: the one
     // matrix is the first of a, the z vectors follow it in a (at a +
     // matStride), x in b.
-    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol,
+    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa,
     Count
 };
 
@@ -57,6 +57,8 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::LCombVava:
     case Workload::GaxpyMva: return 3.0 * n * elem;  // the shared matrix not counted
     case Workload::Chol: return (nn + 2 * n) * elem;
+    case Workload::CopyMa:
+    case Workload::TransposeMa: return 2 * nn * elem;
     default: return 0;
     }
 }

@@ -180,6 +180,7 @@ struct Plain {
 
     // Gauss-Jordan with partial pivoting on a local [A | I].
     static void invert(const Job& job)
+    static void copy_ma(const Job& job)
     {
         const T* a = static_cast<const T*>(job.a);
         T* d = static_cast<T*>(job.d);
@@ -298,6 +299,19 @@ struct Plain {
                 r[i] = s / l[i][i];
             }
             for (int i = 0; i < N; ++i) z[i * S] = r[i];
+            for (int i = 0; i < N * N; ++i) z[i * S] = x[i * S];
+        });
+    }
+
+    static void transpose_ma(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            T* z = d + std::ptrdiff_t(k) * MS;
+            for (int i = 0; i < N; ++i)
+                for (int c = 0; c < N; ++c) z[(c * N + i) * S] = x[(i * N + c) * S];
         });
     }
 };
@@ -381,6 +395,13 @@ struct Eig {
     static void chol(const Job& j)
     {
         each_object(j, [&](int k) { mvec(j.d, k) = cmat(j.a, k).llt().solve(cvec(j.b, k)); });
+    static void copy_ma(const Job& j)
+    {
+        each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k); });
+    }
+    static void transpose_ma(const Job& j)
+    {
+        each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k).transpose(); });
     }
 };
 
@@ -404,6 +425,8 @@ PeerFn pick(Workload w)
     case Workload::LCombVava: return &K::lcomb_vava;
     case Workload::GaxpyMva: return &K::gaxpy_mva;
     case Workload::Chol: return &K::chol;
+    case Workload::CopyMa: return &K::copy_ma;
+    case Workload::TransposeMa: return &K::transpose_ma;
     default: return nullptr;
     }
 }
