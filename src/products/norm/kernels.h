@@ -109,32 +109,86 @@ KELM_NORM_INLINE void store_live(const V& v, T* dst, int live)
         for (int l = 0; l < live; ++l) dst[l] = v[l];
 }
 
+// Rows of four contiguous floats: row i of the four objects is loaded as
+// four vectors and transposed, so that lane l of column j holds element
+// (i, j) of object k + l.
+template <class V>
+constexpr bool kUnitRowView = false;
+template <class T>
+constexpr bool kUnitRowView<DenseView<T, true>> = true;
+
+template <class V, class T>
+KELM_NORM_INLINE V load_row(const T* p)
+{
+    V v;
+    __builtin_memcpy(&v, p, sizeof v);
+    return v;
+}
+
+template <class Q>
+KELM_NORM_INLINE void columns4(const Q& q, int i, typename Q::V* col)
+{
+    using V = typename Q::V;
+    using T = typename Q::T;
+    const V a = load_row<V, T>(&q.o0(i, 0)), b = load_row<V, T>(&q.o1(i, 0));
+    const V c = load_row<V, T>(&q.o2(i, 0)), e = load_row<V, T>(&q.o3(i, 0));
+    const V ab0 = __builtin_shufflevector(a, b, 0, 4, 1, 5), ab1 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
+    const V ce0 = __builtin_shufflevector(c, e, 0, 4, 1, 5), ce1 = __builtin_shufflevector(c, e, 2, 6, 3, 7);
+    col[0] = __builtin_shufflevector(ab0, ce0, 0, 1, 4, 5);
+    col[1] = __builtin_shufflevector(ab0, ce0, 2, 3, 6, 7);
+    col[2] = __builtin_shufflevector(ab1, ce1, 0, 1, 4, 5);
+    col[3] = __builtin_shufflevector(ab1, ce1, 2, 3, 6, 7);
+}
+
+// The squares of an H x W object (shape fixed at compile time), row-major.
+template <int H, int W, class Q>
+KELM_NORM_INLINE void squares(const Q& q, typename Q::V* sq)
+{
+    if constexpr (W == 4 && kUnitRowView<typename Q::View> && std::is_same_v<typename Q::T, float>) {
+        for (int i = 0; i < H; ++i) {
+            columns4(q, i, sq + 4 * i);
+            for (int j = 0; j < 4; ++j) sq[4 * i + j] = sq[4 * i + j] * sq[4 * i + j];
+        }
+    } else {
+#pragma GCC unroll 36
+        for (int e = 0; e < H * W; ++e) sq[e] = q.square(e / W, e % W);
+    }
+}
+
 // x(0,0)² + x(0,1)² + ... in ascending order, row by row.  H and W fix the
 // shape at compile time (0: read h and w).
 template <int H, int W, class Q>
 KELM_NORM_INLINE typename Q::V squares_ascending(const Q& q, int h, int w)
 {
-    const int hh = H ? H : h, ww = W ? W : w;
-    typename Q::V s = q.square(0, 0);
-#pragma GCC unroll 6
-    for (int j = 1; j < ww; ++j) s = s + q.square(0, j);
-#pragma GCC unroll 6
-    for (int i = 1; i < hh; ++i)
-#pragma GCC unroll 6
-        for (int j = 0; j < ww; ++j) s = s + q.square(i, j);
-    return s;
+    if constexpr (H > 0 && W > 0) {
+        typename Q::V sq[H * W];
+        squares<H, W>(q, sq);
+        typename Q::V s = sq[0];
+#pragma GCC unroll 36
+        for (int e = 1; e < H * W; ++e) s = s + sq[e];
+        return s;
+    } else {
+        const int hh = H ? H : h, ww = W ? W : w;
+        typename Q::V s = q.square(0, 0);
+        for (int j = 1; j < ww; ++j) s = s + q.square(0, j);
+        for (int i = 1; i < hh; ++i)
+            for (int j = 0; j < ww; ++j) s = s + q.square(i, j);
+        return s;
+    }
 }
 
 // The paired sums of the refined 32f kernel.
 template <int N, class Q>
 KELM_NORM_INLINE typename Q::V squares_paired(const Q& q)
 {
-    const auto p01 = q.square(0, 0) + q.square(0, 1);
-    if constexpr (N == 3) return p01 + q.square(0, 2);
-    const auto p0123 = p01 + (q.square(0, 2) + q.square(0, 3));
+    typename Q::V x[N];
+    squares<1, N>(q, x);
+    const auto p01 = x[0] + x[1];
+    if constexpr (N == 3) return p01 + x[2];
+    const auto p0123 = p01 + (x[2] + x[3]);
     if constexpr (N == 4) return p0123;
-    if constexpr (N == 5) return p0123 + q.square(0, 4);
-    if constexpr (N == 6) return p0123 + (q.square(0, 4) + q.square(0, 5));
+    if constexpr (N == 5) return p0123 + x[4];
+    if constexpr (N == 6) return p0123 + (x[4] + x[5]);
 }
 
 // Refined: the estimate path of contiguous 32f vectors of length 3..6.
