@@ -208,6 +208,10 @@ std::string case_name(const Case& c)
 }
 
 bool vector_operand(Workload w) { return w == Workload::MulMava || w == Workload::LU; }
+bool scalar_result(Workload w)
+{
+    return w == Workload::Det || w == Workload::L2Norm || w == Workload::FrobNorm || w == Workload::Trace;
+}
 
 Job make_job(const Case& c)
 {
@@ -237,11 +241,14 @@ struct Results {
     int n, es;
     std::ptrdiff_t at(int k, int e) const
     {
-        if (w == Workload::Det) return k;
-        const int per = vector_operand(w) ? n : n * n;
+        if (scalar_result(w)) return k;
+        const int per = per_object();
         return (std::ptrdiff_t(k) * per + e) * es;
     }
-    int per_object() const { return w == Workload::Det ? 1 : vector_operand(w) ? n : n * n; }
+    int per_object() const
+    {
+        return scalar_result(w) ? 1 : w == Workload::Affine ? 3 : vector_operand(w) ? n : n * n;
+    }
 };
 
 template <class T>
@@ -442,6 +449,7 @@ int main(int argc, char** argv)
                 for (int es : opt.strides)
                     for (int threads : opt.threads)
                         for (int count : opt.counts) {
+                            if (def.accepts && !def.accepts(elem, n)) continue;
                             const Case c{&def, elem, n, es, count, threads};
                             const std::size_t mat = std::size_t(count) * n * n * es * elem;
                             const std::size_t vec = std::size_t(count) * n * es * elem;
