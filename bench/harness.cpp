@@ -212,7 +212,11 @@ bool vector_operand(Workload w)
     return w == Workload::MulMava || w == Workload::LU || w == Workload::CrossVava || w == Workload::SaxpyVava ||
            w == Workload::LCombVava || w == Workload::GaxpyMva || w == Workload::Chol;
 }
-bool scalar_result(Workload w) { return w == Workload::Det || w == Workload::DotVava; }
+bool scalar_result(Workload w)
+{
+    return w == Workload::Det || w == Workload::DotVava || w == Workload::L2Norm || w == Workload::FrobNorm ||
+           w == Workload::Trace;
+}
 
 // Symmetric positive definite matrices for the Cholesky workload, rewritten
 // for each case's order and layout: lower entries in [-1, 1), n + 1 on the
@@ -228,7 +232,6 @@ void fill_spd(T* a, int n, int es, int count)
                 const double v = i == j ? n + 1 : double(s >> 11) * (1.0 / 9007199254740992.0) * 2 - 1;
                 a[(k * n * n + i * n + j) * es] = T(v);
             }
-}
 
 Job make_job(const Case& c)
 {
@@ -265,10 +268,13 @@ struct Results {
     std::ptrdiff_t at(int k, int e) const
     {
         if (scalar_result(w)) return k;
-        const int per = vector_operand(w) ? n : n * n;
+        const int per = per_object();
         return (std::ptrdiff_t(k) * per + e) * es;
     }
-    int per_object() const { return scalar_result(w) ? 1 : vector_operand(w) ? n : n * n; }
+    int per_object() const
+    {
+        return scalar_result(w) ? 1 : w == Workload::Affine ? 3 : vector_operand(w) ? n : n * n;
+    }
 };
 
 template <class T>
@@ -469,6 +475,7 @@ int main(int argc, char** argv)
                 for (int es : opt.strides)
                     for (int threads : opt.threads)
                         for (int count : opt.counts) {
+                            if (def.accepts && !def.accepts(elem, n)) continue;
                             const Case c{&def, elem, n, es, count, threads};
                             const std::size_t mat = std::size_t(count) * n * n * es * elem;
                             const std::size_t vec = std::size_t(count) * n * es * elem;

@@ -15,6 +15,7 @@ struct WorkloadDef {
     const char* name;  // e.g. "Mul_mama"
     LibFn lib;
     bool streaming;  // stated as a fraction of copy bandwidth at large counts
+    bool (*accepts)(int elem, int n) = nullptr;  // null: every type and order
 };
 
 // Called from a static initialiser in each workload file.

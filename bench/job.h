@@ -13,7 +13,7 @@ enum class Workload {
     // Cross: 3-vectors vecStride apart (order 3 packs them).  Gaxpy: the one
     // matrix is the first of a, the z vectors follow it in a (at a +
     // matStride), x in b.
-    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa,
+    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa, L2Norm, FrobNorm, Trace, Affine,
     Count
 };
 
@@ -59,8 +59,29 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::Chol: return (nn + 2 * n) * elem;
     case Workload::CopyMa:
     case Workload::TransposeMa: return 2 * nn * elem;
+    case Workload::L2Norm: return (n + 1) * double(elem);
+    case Workload::FrobNorm:
+    case Workload::Trace: return (nn + 1) * elem;  // the whole matrix streams in for its diagonal
+    case Workload::Affine: return 6.0 * elem;
     default: return 0;
     }
+}
+
+// The matrix of the Affine workload (32f, row-major, element stride es = 1
+// or 2): a projective transform whose w = 0.1x + 0.2y + 0.1z + 3 stays in
+// (1.4, 4.6) for points in [-4, 4)^3.  Points are 3 elements each, packed
+// (element stride es) in a, results likewise in d.
+inline const float* affine_matrix(int es)
+{
+    static const float m1[16] = {0.9f, -0.2f, 0.3f, 1.5f, 0.1f, 1.1f, -0.4f, -2.0f,
+                                 0.2f, 0.3f, 0.8f, 0.5f, 0.1f, 0.2f, 0.1f, 3.0f};
+    static float m2[32];
+    static const bool spread = [] {
+        for (int i = 0; i < 16; ++i) m2[2 * i] = m1[i];
+        return true;
+    }();
+    (void)spread;
+    return es == 1 ? m1 : m2;
 }
 
 using PeerFn = void (*)(const Job&);

@@ -181,6 +181,7 @@ struct Plain {
     // Gauss-Jordan with partial pivoting on a local [A | I].
     static void invert(const Job& job)
     static void copy_ma(const Job& job)
+    static void l2norm(const Job& job)
     {
         const T* a = static_cast<const T*>(job.a);
         T* d = static_cast<T*>(job.d);
@@ -312,6 +313,51 @@ struct Plain {
             T* z = d + std::ptrdiff_t(k) * MS;
             for (int i = 0; i < N; ++i)
                 for (int c = 0; c < N; ++c) z[(c * N + i) * S] = x[(i * N + c) * S];
+            const T* x = a + std::ptrdiff_t(k) * VS;
+            T s = 0;
+            for (int i = 0; i < N; ++i) s += x[i * S] * x[i * S];
+            d[k] = std::sqrt(s);
+        });
+    }
+
+    static void frobnorm(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            T s = 0;
+            for (int i = 0; i < N * N; ++i) s += x[i * S] * x[i * S];
+            d[k] = std::sqrt(s);
+        });
+    }
+
+    static void trace(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            T s = 0;
+            for (int i = 0; i < N; ++i) s += x[(i * N + i) * S];
+            d[k] = s;
+        });
+    }
+
+    // The obvious loop: the four rows' sums, then three divisions by w.
+    static void affine(const Job& job)
+    {
+        const float* m = affine_matrix(S);
+        const float* a = static_cast<const float*>(job.a);
+        float* d = static_cast<float*>(job.d);
+        each_object(job, [=](int k) {
+            const float* p = a + std::ptrdiff_t(k) * 3 * S;
+            float* r = d + std::ptrdiff_t(k) * 3 * S;
+            const float x = p[0], y = p[S], z = p[2 * S];
+            float h[4];
+            for (int i = 0; i < 4; ++i)
+                h[i] = m[(4 * i) * S] * x + m[(4 * i + 1) * S] * y + m[(4 * i + 2) * S] * z + m[(4 * i + 3) * S];
+            for (int i = 0; i < 3; ++i) r[i * S] = h[i] / h[3];
         });
     }
 };
@@ -402,6 +448,35 @@ struct Eig {
     static void transpose_ma(const Job& j)
     {
         each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k).transpose(); });
+    static void l2norm(const Job& j)
+    {
+        T* d = static_cast<T*>(j.d);
+        each_object(j, [&](int k) { d[k] = cvec(j.a, k).norm(); });
+    }
+    static void frobnorm(const Job& j)
+    {
+        T* d = static_cast<T*>(j.d);
+        each_object(j, [&](int k) { d[k] = cmat(j.a, k).norm(); });
+    }
+    static void trace(const Job& j)
+    {
+        T* d = static_cast<T*>(j.d);
+        each_object(j, [&](int k) { d[k] = cmat(j.a, k).trace(); });
+    }
+    // Matrix4f times Vector4f(x, y, z, 1), then the division by w.
+    static void affine(const Job& j)
+    {
+        using M4 = Eigen::Matrix<float, 4, 4, Eigen::RowMajor>;
+        using P3 = Eigen::Matrix<float, 3, 1>;
+        using PStride = std::conditional_t<S == 1, Eigen::InnerStride<1>, Eigen::InnerStride<S>>;
+        const M4 m = Eigen::Map<const M4, Eigen::Unaligned, std::conditional_t<S == 1, Eigen::Stride<0, 0>, Eigen::Stride<4 * S, S>>>(affine_matrix(S));
+        const float* a = static_cast<const float*>(j.a);
+        float* d = static_cast<float*>(j.d);
+        each_object(j, [&](int k) {
+            const Eigen::Map<const P3, Eigen::Unaligned, PStride> p(a + std::ptrdiff_t(k) * 3 * S);
+            const Eigen::Vector4f h = m * Eigen::Vector4f(p[0], p[1], p[2], 1.0f);
+            Eigen::Map<P3, Eigen::Unaligned, PStride>(d + std::ptrdiff_t(k) * 3 * S) = h.head<3>() / h[3];
+        });
     }
 };
 
@@ -427,6 +502,12 @@ PeerFn pick(Workload w)
     case Workload::Chol: return &K::chol;
     case Workload::CopyMa: return &K::copy_ma;
     case Workload::TransposeMa: return &K::transpose_ma;
+    case Workload::L2Norm: return &K::l2norm;
+    case Workload::FrobNorm: return &K::frobnorm;
+    case Workload::Trace: return &K::trace;
+    case Workload::Affine:
+        if constexpr (std::is_same_v<T, float>) return &K::affine;
+        return nullptr;
     default: return nullptr;
     }
 }

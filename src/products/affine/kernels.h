@@ -1,0 +1,172 @@
+// AffineTransform3DH: a 4x4 matrix applied to 3-D points with the implicit
+// fourth coordinate 1, projected by one reciprocal per point.
+//
+// Per point, in single precision:
+//   w = ((m30·x + m33) + m31·y) + m32·z   (the translation right after the
+//   first product; the three rows below in the same order), then
+//   |w| <= the smallest normal float: X = Y = Z = the largest finite float
+//   and the call's status becomes kelErrTinyDivisor (the loop goes on);
+//   otherwise q = 1 / w and X = (((m00·x + m03) + m01·y) + m02·z)·q, ...
+//
+// The contiguous kernel runs four points side by side, one per lane, each
+// lane doing exactly the scalar operations; packed points (12 bytes apart)
+// are loaded and stored as three four-float runs per four points.  A last
+// block of fewer than four points runs the scalar code, which gives the same
+// bits.
+#pragma once
+
+#include <cfloat>
+#include <cmath>
+#include <cstddef>
+#include <type_traits>
+
+#include "common/check.h"
+#include "common/desc.h"
+#include "common/dispatch.h"
+#include "common/parallel.h"
+#include "common/vectors.h"
+#include "kelm.h"
+
+namespace kelm {
+
+#define KELM_AFFINE_INLINE inline __attribute__((always_inline))
+
+typedef int AffineMask __attribute__((vector_size(16)));  // per lane: all bits set or clear
+
+struct Affine4 {
+    float m[4][4];
+};
+
+template <class V>
+KELM_AFFINE_INLINE Affine4 load_affine(const V& a)
+{
+    Affine4 r;
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j) r.m[i][j] = a(i, j);
+    return r;
+}
+
+// One point; returns false for a tiny w.
+KELM_AFFINE_INLINE bool affine_point(const Affine4& a, float x, float y, float z, float* X, float* Y, float* Z)
+{
+    const float w = ((a.m[3][0] * x + a.m[3][3]) + a.m[3][1] * y) + a.m[3][2] * z;
+    if (std::fabs(w) <= FLT_MIN) {
+        *X = *Y = *Z = FLT_MAX;
+        return false;
+    }
+    const float q = 1.0f / w;
+    *X = (((a.m[0][0] * x + a.m[0][3]) + a.m[0][1] * y) + a.m[0][2] * z) * q;
+    *Y = (((a.m[1][0] * x + a.m[1][3]) + a.m[1][1] * y) + a.m[1][2] * z) * q;
+    *Z = (((a.m[2][0] * x + a.m[2][3]) + a.m[2][1] * y) + a.m[2][2] * z) * q;
+    return true;
+}
+
+template <class S, class D>
+inline kelStatus affine_points(const Affine4& a, const S& src, const D& dst, int first, int count)
+{
+    kelStatus st = kelOk;
+    for (int k = first; k < count; ++k) {
+        const auto p = src[k];
+        const auto r = dst[k];
+        if (!affine_point(a, p[0], p[1], p[2], &r[0], &r[1], &r[2])) st = kelErrTinyDivisor;
+    }
+    return st;
+}
+
+// General element strides: the matrix read once, then point by point.
+template <class M, class S, class D>
+inline kelStatus ownkelmAffineTransform3DH_mva_32f_S2(const M& mat, const S& src, const D& dst, int count)
+{
+    return affine_points(load_affine(mat[0]), src, dst, 0, count);
+}
+
+// Four points in lanes: rows of the matrix times the coordinate lanes.
+KELM_AFFINE_INLINE vx::f4 lanes_of(float v) { return vx::f4{v, v, v, v}; }
+
+KELM_AFFINE_INLINE vx::f4 affine_row(const Affine4& a, int i, vx::f4 x, vx::f4 y, vx::f4 z)
+{
+    return ((lanes_of(a.m[i][0]) * x + lanes_of(a.m[i][3])) + lanes_of(a.m[i][1]) * y) + lanes_of(a.m[i][2]) * z;
+}
+
+// Returns the lanes whose w is tiny (all bits set).
+KELM_AFFINE_INLINE AffineMask affine_lanes(const Affine4& a, vx::f4 x, vx::f4 y, vx::f4 z, vx::f4& X, vx::f4& Y,
+                                       vx::f4& Z)
+{
+    const vx::f4 w = affine_row(a, 3, x, y, z);
+    const vx::f4 absw = vx::f4(AffineMask(w) & AffineMask{0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF});
+    const AffineMask tiny = absw <= lanes_of(FLT_MIN);
+    const vx::f4 q = lanes_of(1.0f) / w;
+    const vx::f4 big = lanes_of(FLT_MAX);
+    X = tiny ? big : affine_row(a, 0, x, y, z) * q;
+    Y = tiny ? big : affine_row(a, 1, x, y, z) * q;
+    Z = tiny ? big : affine_row(a, 2, x, y, z) * q;
+    return tiny;
+}
+
+template <class M, class S, class D>
+static KELM_WIDE kelStatus affine_contiguous(const M& mat, const S& src, const D& dst, int count)
+{
+    const Affine4 a = load_affine(mat[0]);
+    AffineMask anyTiny = {0, 0, 0, 0};
+    int k = 0;
+    const bool packedSrc = src.obj == 12, packedDst = dst.obj == 12;
+    for (; k + 4 <= count; k += 4) {
+        vx::f4 x, y, z;
+        if (packedSrc) {
+            const float* p = &src[k][0];
+            const vx::f8 ab = vx::join(vx::load<vx::f4, 4>(p), vx::load<vx::f4, 4>(p + 4));
+            const vx::f8 cc = vx::twice(vx::load<vx::f4, 4>(p + 8));
+            x = __builtin_shufflevector(ab, cc, 0, 3, 6, 9);
+            y = __builtin_shufflevector(ab, cc, 1, 4, 7, 10);
+            z = __builtin_shufflevector(ab, cc, 2, 5, 8, 11);
+        } else {
+            const auto p0 = src[k], p1 = src[k + 1], p2 = src[k + 2], p3 = src[k + 3];
+            x = vx::f4{p0[0], p1[0], p2[0], p3[0]};
+            y = vx::f4{p0[1], p1[1], p2[1], p3[1]};
+            z = vx::f4{p0[2], p1[2], p2[2], p3[2]};
+        }
+        vx::f4 X, Y, Z;
+        anyTiny |= affine_lanes(a, x, y, z, X, Y, Z);
+        if (packedDst) {
+            float* r = &dst[k][0];
+            const vx::f8 xy = vx::join(X, Y), zz = vx::twice(Z);
+            vx::store<4>(r, vx::f4(__builtin_shufflevector(xy, zz, 0, 4, 8, 1)));
+            vx::store<4>(r + 4, vx::f4(__builtin_shufflevector(xy, zz, 5, 9, 2, 6)));
+            vx::store<4>(r + 8, vx::f4(__builtin_shufflevector(xy, zz, 10, 3, 7, 11)));
+        } else {
+            for (int l = 0; l < 4; ++l) {
+                const auto r = dst[k + l];
+                r[0] = X[l], r[1] = Y[l], r[2] = Z[l];
+            }
+        }
+    }
+    const kelStatus tail = affine_points(a, src, dst, k, count);
+    const bool tiny = (anyTiny[0] | anyTiny[1] | anyTiny[2] | anyTiny[3]) != 0;
+    return tiny ? kelErrTinyDivisor : tail;
+}
+
+template <class M, class S, class D>
+inline kelStatus ownkelmAffineTransform3DH_mva_32f(const M& mat, const S& src, const D& dst, int count)
+{
+    return affine_contiguous(mat, src, dst, count);
+}
+
+template <class M, class S, class D>
+inline kelStatus affine_kernel(const M& mat, const S& src, const D& dst, int count)
+{
+    if constexpr (std::is_same_v<S, Strided<float, true>>) return ownkelmAffineTransform3DH_mva_32f(mat, src, dst, count);
+    else return ownkelmAffineTransform3DH_mva_32f_S2(mat, src, dst, count);
+}
+
+// The matrix is shared by every thread; points and results are split.
+template <class M, class S, class D>
+inline kelStatus ownOMP_kelmAffineTransform3DH_mva_32f(const M& mat, const S& src, const D& dst, int count)
+{
+    return with_unit_strides(
+        [&](const auto& mu, const auto& su, const auto& du) {
+            return split(count, [&](int first, int mine) { return affine_kernel(mu, su.from(first), du.from(first), mine); });
+        },
+        mat, src, dst);
+}
+
+}  // namespace kelm

@@ -1,0 +1,6 @@
+// kelmFrobNorm_m: single-matrix entries.
+#include "args.h"
+
+namespace kelm {
+KELM_FOR_TYPES(KELM_FROBNORM_M_T, _)
+}  // namespace kelm

@@ -1,0 +1,6 @@
+// kelmFrobNorm_ma: array entries and parallel driver.
+#include "args.h"
+
+namespace kelm {
+KELM_FOR_TYPES(KELM_FROBNORM_MA_T, _)
+}  // namespace kelm

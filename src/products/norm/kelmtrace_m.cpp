@@ -1,0 +1,6 @@
+// kelmTrace_m: single-matrix entries.
+#include "args.h"
+
+namespace kelm {
+KELM_FOR_TYPES(KELM_TRACE_M_T, _)
+}  // namespace kelm

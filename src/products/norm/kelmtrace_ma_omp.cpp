@@ -1,0 +1,6 @@
+// kelmTrace_ma: array entries and parallel driver.
+#include "args.h"
+
+namespace kelm {
+KELM_FOR_TYPES(KELM_TRACE_MA_T, _)
+}  // namespace kelm

@@ -1,0 +1,379 @@
+// Norms and trace: one scalar per object.
+//
+// L2Norm and FrobNorm square the elements in the element type and add the
+// squares in ascending order (FrobNorm row by row), then take the correctly
+// rounded square root.  One kernel deviates, on purpose, and callers depend
+// on its last bits: the 32f L2Norm of contiguous strided vectors
+//   lengths 3..6   adds the squares in pairs, ((x0² + x1²) + (x2² + x3²)) +
+//                  x4² for length 5, and takes the root as s·r' from the
+//                  processor's reciprocal-square-root estimate r refined by
+//                  one Newton step, r' = r·0.5·(3 − s·r·r).  The estimate is
+//                  the processor's own, so these bits are reproducible on one
+//                  machine only.  Sums the step cannot handle (0, subnormal,
+//                  infinite) get their correctly rounded root instead: a
+//                  zero vector has norm 0 and an overflowing one infinity.
+//   lengths 11 up  four running sums, lane l taking the squares of elements
+//                  l, l+4, l+8, ..., added as (p0 + p1) + (p2 + p3).
+// Lengths 7 to 10 and every other kernel use the ascending order.
+//
+// Trace: d0 + d1 + d2 (+ d3) for sizes 3 and 4; d4 + d0 + d1 + d2 + d3 for
+// size 5 (the last diagonal element first: that decides the last bit of 32f
+// results); every other size sets the destination to 0 and adds d0, d1, ...
+// into it, storing the running sum in the destination after each addition.
+//
+// The norms run four objects side by side: lane l of a vector holds a
+// quantity of object k + l and sees exactly the operations a lone object
+// would.  A last block of fewer than four fills its spare lanes with copies
+// of its last object and stores only the live lanes, so single objects,
+// arrays, every block position and every thread split give the same bits.
+#pragma once
+
+#include <xmmintrin.h>
+#include <emmintrin.h>
+
+#include <cfloat>
+#include <cstddef>
+#include <type_traits>
+
+#include "common/check.h"
+#include "common/desc.h"
+#include "common/parallel.h"
+#include "common/vectors.h"
+#include "kelm.h"
+
+namespace kelm {
+
+#define KELM_NORM_INLINE inline __attribute__((always_inline))
+
+constexpr int kNormLanes = 4;
+
+template <class T>
+struct NormLanes;
+template <>
+struct NormLanes<float> {
+    using type = vx::f4;
+};
+template <>
+struct NormLanes<double> {
+    using type = vx::d4;
+};
+
+KELM_NORM_INLINE vx::f4 lane_sqrt(vx::f4 s) { return vx::f4(_mm_sqrt_ps(__m128(s))); }
+KELM_NORM_INLINE vx::d4 lane_sqrt(vx::d4 s)
+{
+    const vx::d2 lo = vx::d2(_mm_sqrt_pd(__m128d(__builtin_shufflevector(s, s, 0, 1))));
+    const vx::d2 hi = vx::d2(_mm_sqrt_pd(__m128d(__builtin_shufflevector(s, s, 2, 3))));
+    return __builtin_shufflevector(lo, hi, 0, 1, 2, 3);
+}
+
+// s·r' with r the reciprocal-square-root estimate of s after one Newton step.
+KELM_NORM_INLINE vx::f4 refined_root(vx::f4 s)
+{
+    const vx::f4 half = {0.5f, 0.5f, 0.5f, 0.5f}, three = {3.0f, 3.0f, 3.0f, 3.0f};
+    const vx::f4 r = vx::f4(_mm_rsqrt_ps(__m128(s)));
+    const vx::f4 refined = r * half * (three - s * r * r);
+    vx::f4 root = s * refined;
+    // The step turns 0 and infinity into NaN, and the estimate of a subnormal
+    // sum is infinite: those sums take the exact root.
+    const auto usable = (s >= FLT_MIN) & (s <= FLT_MAX);
+    if (_mm_movemask_ps(__m128(usable)) != 0xF) root = usable ? root : lane_sqrt(s);
+    return root;
+}
+
+// Objects k .. k+live-1 of a description as lanes; the spare lanes repeat the
+// last live object.
+template <class D>
+struct Quad {
+    using T = typename D::Elem;
+    using V = typename NormLanes<T>::type;
+    using View = std::remove_const_t<decltype(std::declval<const D&>()[0])>;
+    View o0, o1, o2, o3;
+    KELM_NORM_INLINE Quad(const D& d, ptrdiff_t k, int live)
+        : o0(d[k]), o1(d[k + (live > 1 ? 1 : 0)]), o2(d[k + (live > 2 ? 2 : live - 1)]),
+          o3(d[k + (live > 3 ? 3 : live - 1)])
+    {
+    }
+    KELM_NORM_INLINE V operator()(int i, int j) const { return V{o0(i, j), o1(i, j), o2(i, j), o3(i, j)}; }
+    KELM_NORM_INLINE V square(int i, int j) const
+    {
+        const V x = (*this)(i, j);
+        return x * x;
+    }
+};
+
+template <class V, class T>
+KELM_NORM_INLINE void store_live(const V& v, T* dst, int live)
+{
+    if (live == kNormLanes) __builtin_memcpy(dst, &v, sizeof v);
+    else
+        for (int l = 0; l < live; ++l) dst[l] = v[l];
+}
+
+// Rows of four contiguous floats: row i of the four objects is loaded as
+// four vectors and transposed, so that lane l of column j holds element
+// (i, j) of object k + l.
+template <class V>
+constexpr bool kUnitRowView = false;
+template <class T>
+constexpr bool kUnitRowView<DenseView<T, true>> = true;
+
+template <class V, class T>
+KELM_NORM_INLINE V load_row(const T* p)
+{
+    V v;
+    __builtin_memcpy(&v, p, sizeof v);
+    return v;
+}
+
+template <class Q>
+KELM_NORM_INLINE void columns4(const Q& q, int i, typename Q::V* col)
+{
+    using V = typename Q::V;
+    using T = typename Q::T;
+    const V a = load_row<V, T>(&q.o0(i, 0)), b = load_row<V, T>(&q.o1(i, 0));
+    const V c = load_row<V, T>(&q.o2(i, 0)), e = load_row<V, T>(&q.o3(i, 0));
+    const V ab0 = __builtin_shufflevector(a, b, 0, 4, 1, 5), ab1 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
+    const V ce0 = __builtin_shufflevector(c, e, 0, 4, 1, 5), ce1 = __builtin_shufflevector(c, e, 2, 6, 3, 7);
+    col[0] = __builtin_shufflevector(ab0, ce0, 0, 1, 4, 5);
+    col[1] = __builtin_shufflevector(ab0, ce0, 2, 3, 6, 7);
+    col[2] = __builtin_shufflevector(ab1, ce1, 0, 1, 4, 5);
+    col[3] = __builtin_shufflevector(ab1, ce1, 2, 3, 6, 7);
+}
+
+// The squares of an H x W object (shape fixed at compile time), row-major.
+template <int H, int W, class Q>
+KELM_NORM_INLINE void squares(const Q& q, typename Q::V* sq)
+{
+    if constexpr (W == 4 && kUnitRowView<typename Q::View> && std::is_same_v<typename Q::T, float>) {
+        for (int i = 0; i < H; ++i) {
+            columns4(q, i, sq + 4 * i);
+            for (int j = 0; j < 4; ++j) sq[4 * i + j] = sq[4 * i + j] * sq[4 * i + j];
+        }
+    } else {
+#pragma GCC unroll 36
+        for (int e = 0; e < H * W; ++e) sq[e] = q.square(e / W, e % W);
+    }
+}
+
+// x(0,0)² + x(0,1)² + ... in ascending order, row by row.  H and W fix the
+// shape at compile time (0: read h and w).
+template <int H, int W, class Q>
+KELM_NORM_INLINE typename Q::V squares_ascending(const Q& q, int h, int w)
+{
+    if constexpr (H > 0 && W > 0) {
+        typename Q::V sq[H * W];
+        squares<H, W>(q, sq);
+        typename Q::V s = sq[0];
+#pragma GCC unroll 36
+        for (int e = 1; e < H * W; ++e) s = s + sq[e];
+        return s;
+    } else {
+        const int hh = H ? H : h, ww = W ? W : w;
+        typename Q::V s = q.square(0, 0);
+        for (int j = 1; j < ww; ++j) s = s + q.square(0, j);
+        for (int i = 1; i < hh; ++i)
+            for (int j = 0; j < ww; ++j) s = s + q.square(i, j);
+        return s;
+    }
+}
+
+// The paired sums of the refined 32f kernel.
+template <int N, class Q>
+KELM_NORM_INLINE typename Q::V squares_paired(const Q& q)
+{
+    typename Q::V x[N];
+    squares<1, N>(q, x);
+    const auto p01 = x[0] + x[1];
+    if constexpr (N == 3) return p01 + x[2];
+    const auto p0123 = p01 + (x[2] + x[3]);
+    if constexpr (N == 4) return p0123;
+    if constexpr (N == 5) return p0123 + x[4];
+    if constexpr (N == 6) return p0123 + (x[4] + x[5]);
+}
+
+// Refined: the estimate path of contiguous 32f vectors of length 3..6.
+template <class D>
+constexpr bool kRefinedL2 = std::is_same_v<D, Strided<float, true>>;
+
+template <int H, int W, bool Refined, class D>
+KELM_NORM_INLINE void sumsq_root_block(const D& d, ptrdiff_t k, int live, int h, int w, typename D::Elem* dst)
+{
+    const Quad<D> q(d, k, live);
+    if constexpr (Refined) store_live(refined_root(squares_paired<W>(q)), dst, live);
+    else store_live(lane_sqrt(squares_ascending<H, W>(q, h, w)), dst, live);
+}
+
+template <int H, int W, bool Refined, class D>
+inline void sumsq_root(const D& d, int h, int w, typename D::Elem* dst, int count)
+{
+    int k = 0;
+    for (; k + kNormLanes <= count; k += kNormLanes) sumsq_root_block<H, W, Refined>(d, k, kNormLanes, h, w, dst + k);
+    if (k < count) sumsq_root_block<H, W, Refined>(d, k, count - k, h, w, dst + k);
+}
+
+// Long contiguous 32f vectors: four running sums per vector.
+inline float l2_four_sums(const float* x, int len)
+{
+    vx::f4 p = vx::load<vx::f4, 4>(x);
+    p = p * p;
+    int j = 4;
+    for (; j + 4 <= len; j += 4) {
+        const vx::f4 v = vx::load<vx::f4, 4>(x + j);
+        p = p + v * v;
+    }
+    vx::f4 t = {0, 0, 0, 0};  // the tail into the first lanes; +0 leaves a lane's sum as it is
+    switch (len - j) {
+    case 1: t = vx::load<vx::f4, 1>(x + j); break;
+    case 2: t = vx::load<vx::f4, 2>(x + j); break;
+    case 3: t = vx::load<vx::f4, 3>(x + j); break;
+    default: break;
+    }
+    p = p + t * t;
+    const vx::f4 s = {(p[0] + p[1]) + (p[2] + p[3]), 0, 0, 0};
+    return lane_sqrt(s)[0];
+}
+
+// The L2Norm kernel of every description: ownkelmL2Norm_va (contiguous),
+// _S2, _P, _L and _LS2 are its instantiations; a single vector is an array
+// of one.
+template <class D>
+inline kelStatus ownkelmL2Norm_va(const D& d, int len, typename D::Elem* dst, int count)
+{
+    constexpr bool refined = kRefinedL2<D>;
+    switch (len) {
+    case 3: sumsq_root<1, 3, refined>(d, 1, len, dst, count); break;
+    case 4: sumsq_root<1, 4, refined>(d, 1, len, dst, count); break;
+    case 5: sumsq_root<1, 5, refined>(d, 1, len, dst, count); break;
+    case 6: sumsq_root<1, 6, refined>(d, 1, len, dst, count); break;
+    default:
+        if constexpr (refined) {
+            if (len >= 11) {
+                for (int k = 0; k < count; ++k) dst[k] = l2_four_sums(&d[k][0], len);
+                break;
+            }
+        }
+        sumsq_root<1, 0, false>(d, 1, len, dst, count);
+    }
+    return kelOk;
+}
+
+template <class D>
+inline kelStatus ownkelmL2Norm_v(const D& d, int len, typename D::Elem* dst)
+{
+    return ownkelmL2Norm_va(d, len, dst, 1);
+}
+
+// FrobNorm: the ascending order on every path.
+template <class D>
+inline kelStatus ownkelmFrobNorm_ma(const D& d, int width, int height, typename D::Elem* dst, int count)
+{
+    if (width == height) {
+        switch (width) {
+        case 3: sumsq_root<3, 3, false>(d, 3, 3, dst, count); return kelOk;
+        case 4: sumsq_root<4, 4, false>(d, 4, 4, dst, count); return kelOk;
+        case 5: sumsq_root<5, 5, false>(d, 5, 5, dst, count); return kelOk;
+        case 6: sumsq_root<6, 6, false>(d, 6, 6, dst, count); return kelOk;
+        default: break;
+        }
+    }
+    sumsq_root<0, 0, false>(d, height, width, dst, count);
+    return kelOk;
+}
+
+template <class D>
+inline kelStatus ownkelmFrobNorm_m(const D& d, int width, int height, typename D::Elem* dst)
+{
+    return ownkelmFrobNorm_ma(d, width, height, dst, 1);
+}
+
+// Trace.
+template <class D>
+inline kelStatus ownkelmTrace_ma(const D& d, int n, typename D::Elem* dst, int count)
+{
+    switch (n) {
+    case 3:
+        for (int k = 0; k < count; ++k) {
+            const auto o = d[k];
+            dst[k] = o(0, 0) + o(1, 1) + o(2, 2);
+        }
+        break;
+    case 4:
+        for (int k = 0; k < count; ++k) {
+            const auto o = d[k];
+            dst[k] = o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3);
+        }
+        break;
+    case 5:
+        for (int k = 0; k < count; ++k) {
+            const auto o = d[k];
+            dst[k] = o(4, 4) + o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3);
+        }
+        break;
+    default:
+        for (int k = 0; k < count; ++k) {
+            const auto o = d[k];
+            dst[k] = 0;
+            for (int i = 0; i < n; ++i) dst[k] = dst[k] + o(i, i);
+        }
+    }
+    return kelOk;
+}
+
+template <class D>
+inline kelStatus ownkelmTrace_m(const D& d, int n, typename D::Elem* dst)
+{
+    return ownkelmTrace_ma(d, n, dst, 1);
+}
+
+// --- arrays: the parallel decision and the drivers -------------------------
+
+#define KELM_NORM_DRIVER(NAME, KERNEL)                                                                         \
+    template <class D, class... A>                                                                             \
+    inline kelStatus NAME(const D& d, typename D::Elem* dst, int count, A... sizes)                            \
+    {                                                                                                          \
+        return with_unit_strides(                                                                              \
+            [&](const auto& du) {                                                                              \
+                return split(count, [&](int first, int mine) { return KERNEL(du.from(first), sizes..., dst + first, mine); }); \
+            },                                                                                                 \
+            d);                                                                                                \
+    }
+
+KELM_NORM_DRIVER(ownOMP_kelmL2Norm_va, ownkelmL2Norm_va)
+KELM_NORM_DRIVER(ownOMP_kelmFrobNorm_ma, ownkelmFrobNorm_ma)
+KELM_NORM_DRIVER(ownOMP_kelmTrace_ma, ownkelmTrace_ma)
+
+template <class D>
+inline kelStatus l2norm_array(const D& d, int len, typename D::Elem* dst, int count)
+{
+    if (I32(len) * I32(count) > 1500) return ownOMP_kelmL2Norm_va(d, dst, count, len);
+    return with_unit_strides([&](const auto& du) { return ownkelmL2Norm_va(du, len, dst, count); }, d);
+}
+
+// FrobNorm's thresholds differ by description and type.
+template <class T>
+inline int frob_threshold(const Strided<T>& d)
+{
+    constexpr bool f = std::is_same_v<T, float>;
+    return d.unit() ? (f ? 2500 : 1800) : (f ? 1800 : 1500);
+}
+template <class T>
+inline int frob_threshold(const List<T>&) { return 1600; }
+template <class T>
+inline int frob_threshold(const Pointers<T>&) { return std::is_same_v<T, float> ? 1500 : 2500; }
+
+template <class D>
+inline kelStatus frobnorm_array(const D& d, int width, int height, typename D::Elem* dst, int count)
+{
+    if (I32(width) * I32(height) * I32(count) > frob_threshold(d))
+        return ownOMP_kelmFrobNorm_ma(d, dst, count, width, height);
+    return with_unit_strides([&](const auto& du) { return ownkelmFrobNorm_ma(du, width, height, dst, count); }, d);
+}
+
+template <class D>
+inline kelStatus trace_array(const D& d, int n, typename D::Elem* dst, int count)
+{
+    if (I32(n) * I32(count) > 3600) return ownOMP_kelmTrace_ma(d, dst, count, n);
+    return with_unit_strides([&](const auto& du) { return ownkelmTrace_ma(du, n, dst, count); }, d);
+}
+
+}  // namespace kelm
