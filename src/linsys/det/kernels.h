@@ -39,6 +39,7 @@
 #include "common/desc.h"
 #include "common/dispatch.h"
 #include "common/parallel.h"
+#include "common/pivot.h"
 #include "kelm.h"
 
 namespace kelm {
@@ -393,18 +394,7 @@ inline T det_eliminate(const V& a, int n, T* buf)
     T sign = 1;
     const T tol = T(2LL * n * n * n) * std::numeric_limits<T>::min();
     for (int k = 0; k < n - 1; ++k) {
-        int p = k;
-        T best = std::fabs(w[idx[k] * n + k]);
-        for (int i = k + 1; i < n; ++i) {
-            const T v = std::fabs(w[idx[i] * n + k]);
-            if (v > best) best = v, p = i;
-        }
-        if (p != k) {
-            const int t = idx[k];
-            idx[k] = idx[p];
-            idx[p] = t;
-            sign = -sign;
-        }
+        choose_pivot(w, idx, k, n, n, sign);
         const T* pr = w + idx[k] * n;
         const T pivot = pr[k];
         if (std::fabs(pivot) < tol) return 0;

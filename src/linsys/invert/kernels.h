@@ -31,6 +31,7 @@
 #include "common/desc.h"
 #include "common/dispatch.h"
 #include "common/parallel.h"
+#include "common/pivot.h"
 #include "common/vectors.h"
 #include "kelm.h"
 
@@ -372,18 +373,7 @@ inline bool inv_eliminate(T* w, int* idx, int ord, int rowLen, T tau, T& prod, T
     prod = 1;
     sign = 1;
     for (int k = 0; k < ord - 1; ++k) {
-        int p = k;
-        T best = std::fabs(w[idx[k] * rowLen + k]);
-        for (int i = k + 1; i < ord; ++i) {
-            const T v = std::fabs(w[idx[i] * rowLen + k]);
-            if (v > best) best = v, p = i;
-        }
-        if (p != k) {
-            const int t = idx[k];
-            idx[k] = idx[p];
-            idx[p] = t;
-            sign = -sign;
-        }
+        choose_pivot(w, idx, k, ord, rowLen, sign);
         const T* pr = w + idx[k] * rowLen;
         const T pivot = pr[k];
         if (!(std::fabs(pivot) >= tau)) return false;
