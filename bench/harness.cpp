@@ -153,6 +153,42 @@ struct Data {
     std::size_t maxMat[9] = {}, maxVec[9] = {}, maxIdx = 0;
 } data;
 
+// The symmetric eigen workloads need symmetric matrices: before each such
+// case the case's objects get their lower triangles from their upper ones
+// (the values stay in [-4, 4), so the other workloads are not affected).
+// A matrix whose determinant is near zero would stop the library's array at
+// a singular status, so its diagonal is moved by 1 until it is clearly not.
+template <class T>
+double det_of(const T* x, int n, int es)
+{
+    double m[6][6], det = 1;
+    for (int i = 0; i < n; ++i)
+        for (int c = 0; c < n; ++c) m[i][c] = x[std::size_t(i * n + c) * es];
+    for (int q = 0; q < n; ++q) {
+        int p = q;
+        for (int i = q + 1; i < n; ++i)
+            if (std::abs(m[i][q]) > std::abs(m[p][q])) p = i;
+        if (m[p][q] == 0) return 0;
+        if (p != q) std::swap(m[p], m[q]), det = -det;
+        det *= m[q][q];
+        for (int i = q + 1; i < n; ++i)
+            for (int c = q + 1; c < n; ++c) m[i][c] -= m[i][q] / m[q][q] * m[q][c];
+    }
+    return det;
+}
+template <class T>
+void symmetrise_objects(T* a, int n, int es, int count)
+{
+    const std::size_t ms = std::size_t(n) * n * es;
+    for (std::size_t k = 0; k < std::size_t(count); ++k) {
+        T* x = a + k * ms;
+        for (int i = 0; i < n; ++i)
+            for (int c = i + 1; c < n; ++c) x[std::size_t(c * n + i) * es] = x[std::size_t(i * n + c) * es];
+        for (int tries = 0; tries < 8 && std::abs(det_of(x, n, es)) < 0.01; ++tries)
+            for (int i = 0; i < n; ++i) x[std::size_t(i * n + i) * es] += T(1);
+    }
+}
+
 // --- timing -------------------------------------------------------------------
 
 using Clock = std::chrono::steady_clock;
@@ -253,7 +289,11 @@ Job make_job(const Case& c)
         else fill_spd(static_cast<double*>(spd), c.n, c.es, c.count);
         j.a = spd;
     }
-    if (w == Workload::LU || w == Workload::Chol) {
+    if (w == Workload::EigSymValues || w == Workload::EigSymVectors) {
+        if (c.elem == 4) symmetrise_objects(static_cast<float*>(const_cast<void*>(j.a)), c.n, c.es, c.count);
+        else symmetrise_objects(static_cast<double*>(const_cast<void*>(j.a)), c.n, c.es, c.count);
+    }
+    if (w == Workload::LU || w == Workload::Chol || w == Workload::EigSymVectors) {
         j.f = data.f.get(mats, data.f.filledAs ? data.f.filledAs : 0);
         j.idx = static_cast<int*>(data.idx.get(data.maxIdx, data.idx.filledAs ? data.idx.filledAs : 0));
     }
@@ -268,11 +308,13 @@ struct Results {
     std::ptrdiff_t at(int k, int e) const
     {
         if (scalar_result(w)) return k;
+        if (w == Workload::EigSymValues || w == Workload::EigSymVectors) return std::ptrdiff_t(k) * n + e;  // values
         const int per = per_object();
         return (std::ptrdiff_t(k) * per + e) * es;
     }
     int per_object() const
     {
+        if (w == Workload::EigSymValues || w == Workload::EigSymVectors) return n;
         return scalar_result(w) ? 1 : w == Workload::Affine ? 3 : vector_operand(w) ? n : n * n;
     }
 };

@@ -13,7 +13,7 @@ enum class Workload {
     // Cross: 3-vectors vecStride apart (order 3 packs them).  Gaxpy: the one
     // matrix is the first of a, the z vectors follow it in a (at a +
     // matStride), x in b.
-    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa, L2Norm, FrobNorm, Trace, Affine,
+    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa, L2Norm, FrobNorm, Trace, Affine, EigSymValues, EigSymVectors,
     Count
 };
 
@@ -30,6 +30,8 @@ struct Job {
     int* idx;       // LU pivot indices, n per object
     void* work;     // Det and Invert work buffer, n*(n+1) elements
     double c;       // the constant of Mul mac, the scale of Saxpy and the first of LComb (the second is 0.5)
+    void* work;     // Det work buffer, n*(n+1) elements (also the n*n eigen buffer)
+    double c;       // the constant of Mul mac
 
     // Byte strides of the layout.
     int elemStride() const { return es * elem; }
@@ -63,6 +65,8 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::FrobNorm:
     case Workload::Trace: return (nn + 1) * elem;  // the whole matrix streams in for its diagonal
     case Workload::Affine: return 6.0 * elem;
+    case Workload::EigSymValues: return (nn + n) * elem;
+    case Workload::EigSymVectors: return (2 * nn + n) * elem;
     default: return 0;
     }
 }

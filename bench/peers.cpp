@@ -14,7 +14,9 @@
 #include <Eigen/Dense>
 
 #include <cmath>
+#include <limits>
 #include <type_traits>
+#include <utility>
 
 #include "job.h"
 
@@ -360,6 +362,67 @@ struct Plain {
             for (int i = 0; i < 3; ++i) r[i * S] = h[i] / h[3];
         });
     }
+    // Cyclic Jacobi on a local copy until the off-diagonal part is below
+    // rounding, then a descending selection sort; values to d (N per matrix,
+    // contiguous), vectors as columns to f.
+    template <bool Vectors>
+    static void eig_sym(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        T* f = static_cast<T*>(job.f);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            T m[N][N], v[N][N];
+            for (int i = 0; i < N; ++i)
+                for (int c = 0; c < N; ++c) m[i][c] = x[(i * N + c) * S], v[i][c] = T(i == c);
+            for (int sweep = 0; sweep < 50; ++sweep) {
+                T off = 0, diag = 0;
+                for (int p = 0; p < N; ++p) {
+                    diag += m[p][p] * m[p][p];
+                    for (int q = p + 1; q < N; ++q) off += m[p][q] * m[p][q];
+                }
+                if (off <= diag * std::numeric_limits<T>::epsilon() * std::numeric_limits<T>::epsilon()) break;
+                for (int p = 0; p < N; ++p)
+                    for (int q = p + 1; q < N; ++q) {
+                        if (m[p][q] == 0) continue;
+                        const T th = (m[q][q] - m[p][p]) / (2 * m[p][q]);
+                        const T t = (th >= 0 ? T(1) : T(-1)) / (std::abs(th) + std::sqrt(th * th + 1));
+                        const T c = 1 / std::sqrt(t * t + 1), s = t * c;
+                        for (int r = 0; r < N; ++r) {
+                            const T y = m[r][p], z = m[r][q];
+                            m[r][p] = c * y - s * z, m[r][q] = s * y + c * z;
+                        }
+                        for (int r = 0; r < N; ++r) {
+                            const T y = m[p][r], z = m[q][r];
+                            m[p][r] = c * y - s * z, m[q][r] = s * y + c * z;
+                        }
+                        if (Vectors)
+                            for (int r = 0; r < N; ++r) {
+                                const T y = v[r][p], z = v[r][q];
+                                v[r][p] = c * y - s * z, v[r][q] = s * y + c * z;
+                            }
+                    }
+            }
+            T* val = d + std::ptrdiff_t(k) * N;
+            for (int i = 0; i < N; ++i) val[i] = m[i][i];
+            for (int p = 0; p + 1 < N; ++p) {
+                int b = p;
+                for (int q = p + 1; q < N; ++q)
+                    if (val[q] > val[b]) b = q;
+                std::swap(val[p], val[b]);
+                if (Vectors)
+                    for (int r = 0; r < N; ++r) std::swap(v[r][p], v[r][b]);
+            }
+            if (Vectors) {
+                T* z = f + std::ptrdiff_t(k) * MS;
+                for (int i = 0; i < N; ++i)
+                    for (int c = 0; c < N; ++c) z[(i * N + c) * S] = v[i][c];
+            }
+        });
+    }
+    static void eig_sym_values(const Job& job) { eig_sym<false>(job); }
+    static void eig_sym_vectors(const Job& job) { eig_sym<true>(job); }
 };
 
 // --- Eigen ------------------------------------------------------------------
@@ -476,6 +539,26 @@ struct Eig {
             const Eigen::Map<const P3, Eigen::Unaligned, PStride> p(a + std::ptrdiff_t(k) * 3 * S);
             const Eigen::Vector4f h = m * Eigen::Vector4f(p[0], p[1], p[2], 1.0f);
             Eigen::Map<P3, Eigen::Unaligned, PStride>(d + std::ptrdiff_t(k) * 3 * S) = h.head<3>() / h[3];
+    // The iterative solver (tridiagonalisation and QR), values ascending:
+    // stored descending like the library's.
+    static void eig_sym_values(const Job& j)
+    {
+        T* d = static_cast<T*>(j.d);
+        each_object(j, [&](int k) {
+            const Eigen::SelfAdjointEigenSolver<Eigen::Matrix<T, N, N>> es(cmat(j.a, k), Eigen::EigenvaluesOnly);
+            for (int i = 0; i < N; ++i) d[std::ptrdiff_t(k) * N + i] = es.eigenvalues()[N - 1 - i];
+        });
+    }
+    static void eig_sym_vectors(const Job& j)
+    {
+        T* d = static_cast<T*>(j.d);
+        each_object(j, [&](int k) {
+            const Eigen::SelfAdjointEigenSolver<Eigen::Matrix<T, N, N>> es(cmat(j.a, k), Eigen::ComputeEigenvectors);
+            auto v = mmat(j.f, k);
+            for (int i = 0; i < N; ++i) {
+                d[std::ptrdiff_t(k) * N + i] = es.eigenvalues()[N - 1 - i];
+                v.col(i) = es.eigenvectors().col(N - 1 - i);
+            }
         });
     }
 };
@@ -508,6 +591,8 @@ PeerFn pick(Workload w)
     case Workload::Affine:
         if constexpr (std::is_same_v<T, float>) return &K::affine;
         return nullptr;
+    case Workload::EigSymValues: return &K::eig_sym_values;
+    case Workload::EigSymVectors: return &K::eig_sym_vectors;
     default: return nullptr;
     }
 }

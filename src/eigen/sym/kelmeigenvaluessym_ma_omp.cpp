@@ -1,0 +1,6 @@
+// kelmEigenValuesSym_ma: array entries and parallel driver.
+#include "args.h"
+
+namespace kelm {
+KELM_FOR_TYPES(KELM_EIGSYM_VALUES_MA_T, _)
+}  // namespace kelm
