@@ -207,7 +207,7 @@ std::string case_name(const Case& c)
            layout_name(c.es) + "/count:" + std::to_string(c.count) + "/threads:" + std::to_string(c.threads);
 }
 
-bool vector_operand(Workload w) { return w == Workload::MulMava || w == Workload::LU; }
+bool vector_operand(Workload w) { return w == Workload::MulMava || w == Workload::LU || w == Workload::QR; }
 
 Job make_job(const Case& c)
 {
@@ -227,6 +227,7 @@ Job make_job(const Case& c)
         j.f = data.f.get(mats, data.f.filledAs ? data.f.filledAs : 0);
         j.idx = static_cast<int*>(data.idx.get(data.maxIdx, data.idx.filledAs ? data.idx.filledAs : 0));
     }
+    if (w == Workload::QR) j.f = data.f.get(mats, data.f.filledAs ? data.f.filledAs : 0);
     j.work = data.work.get(std::size_t(c.n) * (c.n + 1) * 8, 0);
     return j;
 }

@@ -7,7 +7,7 @@
 
 namespace kb {
 
-enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, Count };
+enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, QR, Count };
 
 struct Job {
     int elem;     // element size in bytes: 4 (32f) or 8 (64f)
@@ -18,9 +18,9 @@ struct Job {
     const void* a;  // matrices, row-major, back to back in the layout
     const void* b;  // second matrices (Add, Mul mama) or vectors (mava, LU)
     void* d;        // results: matrices, vectors, or one scalar per object (Det)
-    void* f;        // LU factors (same layout as a)
+    void* f;        // LU and QR factors (same layout as a)
     int* idx;       // LU pivot indices, n per object
-    void* work;     // Det work buffer, n*(n+1) elements
+    void* work;     // Det work buffer, n*(n+1) elements (QR uses n of them)
     double c;       // the constant of Mul mac
 
     // Byte strides of the layout.
@@ -42,6 +42,7 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::MulMac: return 2 * nn * elem;
     case Workload::Det: return (nn + 1) * elem;
     case Workload::LU: return (nn + 2 * n) * elem;
+    case Workload::QR: return (nn + 2 * n) * elem;
     default: return 0;
     }
 }
