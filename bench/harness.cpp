@@ -246,7 +246,7 @@ std::string case_name(const Case& c)
 bool vector_operand(Workload w)
 {
     return w == Workload::MulMava || w == Workload::LU || w == Workload::CrossVava || w == Workload::SaxpyVava ||
-           w == Workload::LCombVava || w == Workload::GaxpyMva || w == Workload::Chol;
+           w == Workload::LCombVava || w == Workload::GaxpyMva || w == Workload::Chol || w == Workload::QR;
 }
 bool scalar_result(Workload w)
 {
@@ -297,6 +297,7 @@ Job make_job(const Case& c)
         j.f = data.f.get(mats, data.f.filledAs ? data.f.filledAs : 0);
         j.idx = static_cast<int*>(data.idx.get(data.maxIdx, data.idx.filledAs ? data.idx.filledAs : 0));
     }
+    if (w == Workload::QR) j.f = data.f.get(mats, data.f.filledAs ? data.f.filledAs : 0);
     j.work = data.work.get(std::size_t(c.n) * (c.n + 1) * 8, 0);
     return j;
 }

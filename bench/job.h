@@ -13,7 +13,7 @@ enum class Workload {
     // Cross: 3-vectors vecStride apart (order 3 packs them).  Gaxpy: the one
     // matrix is the first of a, the z vectors follow it in a (at a +
     // matStride), x in b.
-    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa, L2Norm, FrobNorm, Trace, Affine, EigSymValues, EigSymVectors,
+    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa, L2Norm, FrobNorm, Trace, Affine, EigSymValues, EigSymVectors, QR,
     Count
 };
 
@@ -31,6 +31,9 @@ struct Job {
     void* work;     // Det and Invert work buffer, n*(n+1) elements
     double c;       // the constant of Mul mac, the scale of Saxpy and the first of LComb (the second is 0.5)
     void* work;     // Det work buffer, n*(n+1) elements (also the n*n eigen buffer)
+    void* f;        // LU and QR factors (same layout as a)
+    int* idx;       // LU pivot indices, n per object
+    void* work;     // Det work buffer, n*(n+1) elements (QR uses n of them)
     double c;       // the constant of Mul mac
 
     // Byte strides of the layout.
@@ -67,6 +70,7 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::Affine: return 6.0 * elem;
     case Workload::EigSymValues: return (nn + n) * elem;
     case Workload::EigSymVectors: return (2 * nn + n) * elem;
+    case Workload::QR: return (nn + 2 * n) * elem;
     default: return 0;
     }
 }

@@ -276,6 +276,9 @@ struct Plain {
     // Cholesky-Banachiewicz on the lower triangle, then forward and backward
     // substitution.
     static void chol(const Job& job)
+    // Householder reflections on a local copy, applied to b as they are
+    // formed, then the triangular solve.
+    static void qr(const Job& job)
     {
         const T* a = static_cast<const T*>(job.a);
         const T* b = static_cast<const T*>(job.b);
@@ -423,6 +426,39 @@ struct Plain {
     }
     static void eig_sym_values(const Job& job) { eig_sym<false>(job); }
     static void eig_sym_vectors(const Job& job) { eig_sym<true>(job); }
+            T m[N][N], r[N], u[N];
+            for (int i = 0; i < N; ++i) {
+                for (int c = 0; c < N; ++c) m[i][c] = x[(i * N + c) * S];
+                r[i] = v[i * S];
+            }
+            for (int q = 0; q < N - 1; ++q) {
+                T s2 = 0;
+                for (int i = q; i < N; ++i) s2 += m[i][q] * m[i][q];
+                const T alpha = m[q][q] > 0 ? -std::sqrt(s2) : std::sqrt(s2);
+                for (int i = q; i < N; ++i) u[i] = m[i][q];
+                u[q] -= alpha;
+                T uu = 0;
+                for (int i = q; i < N; ++i) uu += u[i] * u[i];
+                const T beta = T(2) / uu;
+                for (int c = q; c < N; ++c) {
+                    T t = 0;
+                    for (int i = q; i < N; ++i) t += u[i] * m[i][c];
+                    t *= beta;
+                    for (int i = q; i < N; ++i) m[i][c] -= t * u[i];
+                }
+                T t = 0;
+                for (int i = q; i < N; ++i) t += u[i] * r[i];
+                t *= beta;
+                for (int i = q; i < N; ++i) r[i] -= t * u[i];
+            }
+            for (int i = N - 1; i >= 0; --i) {
+                T s = r[i];
+                for (int c = i + 1; c < N; ++c) s -= m[i][c] * r[c];
+                r[i] = s / m[i][i];
+            }
+            for (int i = 0; i < N; ++i) z[i * S] = r[i];
+        });
+    }
 };
 
 // --- Eigen ------------------------------------------------------------------
@@ -559,6 +595,11 @@ struct Eig {
                 d[std::ptrdiff_t(k) * N + i] = es.eigenvalues()[N - 1 - i];
                 v.col(i) = es.eigenvectors().col(N - 1 - i);
             }
+    static void qr(const Job& j)
+    {
+        each_object(j, [&](int k) {
+            const Eigen::HouseholderQR<Eigen::Matrix<T, N, N>> f(cmat(j.a, k));
+            mvec(j.d, k) = f.solve(cvec(j.b, k));
         });
     }
 };
@@ -593,6 +634,7 @@ PeerFn pick(Workload w)
         return nullptr;
     case Workload::EigSymValues: return &K::eig_sym_values;
     case Workload::EigSymVectors: return &K::eig_sym_vectors;
+    case Workload::QR: return &K::qr;
     default: return nullptr;
     }
 }
