@@ -466,4 +466,412 @@ TEST(EigenValues, ParallelThreshold)
     }
 }
 
+// --- eigenvectors ------------------------------------------------------------------
+
+enum class Op { Right, Left, Both };
+
+inline const char* name(Op op) { return op == Op::Right ? "right" : op == Op::Left ? "left" : "both"; }
+
+template <class T>
+struct VApi;
+#define KT_VAPI(T, S)                                                                                                  \
+    template <>                                                                                                        \
+    struct VApi<T> {                                                                                                   \
+        static constexpr auto rm = kelmEigenValuesVectorsRight_m_##S, rmP = kelmEigenValuesVectorsRight_m_##S##_P;     \
+        static constexpr auto rma = kelmEigenValuesVectorsRight_ma_##S, rmaP = kelmEigenValuesVectorsRight_ma_##S##_P; \
+        static constexpr auto rmaL = kelmEigenValuesVectorsRight_ma_##S##_L;                                           \
+        static constexpr auto lm = kelmEigenValuesVectorsLeft_m_##S, lmP = kelmEigenValuesVectorsLeft_m_##S##_P;       \
+        static constexpr auto lma = kelmEigenValuesVectorsLeft_ma_##S, lmaP = kelmEigenValuesVectorsLeft_ma_##S##_P;   \
+        static constexpr auto lmaL = kelmEigenValuesVectorsLeft_ma_##S##_L;                                            \
+        static constexpr auto bm = kelmEigenValuesVectors_m_##S, bmP = kelmEigenValuesVectors_m_##S##_P;               \
+        static constexpr auto bma = kelmEigenValuesVectors_ma_##S, bmaP = kelmEigenValuesVectors_ma_##S##_P;           \
+        static constexpr auto bmaL = kelmEigenValuesVectors_ma_##S##_L;                                                \
+    };
+KT_VAPI(float, 32f)
+KT_VAPI(double, 64f)
+
+// Source and vector matrices of one call in one description; Both fills
+// x (right vectors, first matrix) and y (left vectors, second matrix).
+template <class T>
+struct VecCall {
+    kt::Objects<T>& a;
+    kt::Objects<T>& x;
+    kt::Objects<T>& y;
+    Values<T> v;
+};
+
+template <class T>
+kelStatus vectors_array(Op op, kt::Objects<T>& a, kt::Objects<T>& x, kt::Objects<T>& y, int n, Values<T>& v,
+                        std::vector<T>* buffer = nullptr)
+{
+    using A = VApi<T>;
+    std::vector<T> own(std::size_t(n) * (3 * n + 5), T(0));
+    T* buf = buffer ? buffer->data() : own.data();
+    v.re.assign(std::size_t(n) * a.count(), T(-77));
+    v.im.assign(std::size_t(n) * a.count(), T(-77));
+    T* re = v.re.data();
+    T* im = v.im.data();
+    const int c = a.count();
+    switch (a.desc()) {
+    case Desc::Contig:
+    case Desc::Strided:
+        if (op == Op::Both)
+            return A::bma(a.base(), a.objStride(), a.rowStride(), a.elemStride(), x.base(), x.objStride(), x.rowStride(),
+                          x.elemStride(), y.base(), y.objStride(), y.rowStride(), y.elemStride(), re, im, n, c, buf);
+        return (op == Op::Right ? A::rma : A::lma)(a.base(), a.objStride(), a.rowStride(), a.elemStride(), x.base(),
+                                                   x.objStride(), x.rowStride(), x.elemStride(), re, im, n, c, buf);
+    case Desc::Pointer:
+        if (op == Op::Both)
+            return A::bmaP(a.table(), a.shift(), a.objStride(), x.table(), x.shift(), x.objStride(), y.table(), y.shift(),
+                           y.objStride(), re, im, n, c, buf);
+        return (op == Op::Right ? A::rmaP : A::lmaP)(a.table(), a.shift(), a.objStride(), x.table(), x.shift(),
+                                                     x.objStride(), re, im, n, c, buf);
+    default:
+        if (op == Op::Both)
+            return A::bmaL(a.table(), a.shift(), a.rowStride(), a.elemStride(), x.table(), x.shift(), x.rowStride(),
+                           x.elemStride(), y.table(), y.shift(), y.rowStride(), y.elemStride(), re, im, n, c, buf);
+        return (op == Op::Right ? A::rmaL : A::lmaL)(a.table(), a.shift(), a.rowStride(), a.elemStride(), x.table(),
+                                                     x.shift(), x.rowStride(), x.elemStride(), re, im, n, c, buf);
+    }
+}
+
+// The single-matrix forms, one call per object (strided and pointer descriptions).
+template <class T>
+void vectors_each(Op op, kt::Objects<T>& a, kt::Objects<T>& x, kt::Objects<T>& y, int n, Values<T>& v)
+{
+    using A = VApi<T>;
+    std::vector<T> buf(std::size_t(n) * (3 * n + 5));
+    v.re.assign(std::size_t(n) * a.count(), T(-77));
+    v.im.assign(std::size_t(n) * a.count(), T(-77));
+    v.status.clear();
+    for (int k = 0; k < a.count(); ++k) {
+        T* re = v.re.data() + k * n;
+        T* im = v.im.data() + k * n;
+        if (a.desc() == Desc::Pointer) {
+            const int sa = a.shift() + k * a.objStride(), sx = x.shift() + k * x.objStride(), sy = y.shift() + k * y.objStride();
+            v.status.push_back(op == Op::Both ? A::bmP(a.table(), sa, x.table(), sx, y.table(), sy, re, im, n, buf.data())
+                                              : (op == Op::Right ? A::rmP : A::lmP)(a.table(), sa, x.table(), sx, re, im,
+                                                                                    n, buf.data()));
+        } else {
+            v.status.push_back(op == Op::Both
+                                   ? A::bm(&a.at(k, 0, 0), a.rowStride(), a.elemStride(), &x.at(k, 0, 0), x.rowStride(),
+                                           x.elemStride(), &y.at(k, 0, 0), y.rowStride(), y.elemStride(), re, im, n,
+                                           buf.data())
+                                   : (op == Op::Right ? A::rm : A::lm)(&a.at(k, 0, 0), a.rowStride(), a.elemStride(),
+                                                                       &x.at(k, 0, 0), x.rowStride(), x.elemStride(), re,
+                                                                       im, n, buf.data()));
+        }
+    }
+}
+
+// max over eigenvalue positions of the residual |A z - lambda z| (right) or
+// |z^T A - lambda z^T| (left), z = column p (+ i * column p+1 for a pair),
+// and of | |z|^2 - 1 |.
+template <class T>
+void expect_eigenvectors(kt::Objects<T>& a, kt::Objects<T>& z, int k, int n, const T* re, const T* im, bool right)
+{
+    const long double tol = 64 * n * std::numeric_limits<T>::epsilon() * std::max(frob(a, k, n), 1.0L);
+    for (int p = 0; p < n; ++p) {
+        const bool pair = im[p] != T(0);
+        const LC lam(re[p], im[p]);
+        std::vector<LC> v(static_cast<std::size_t>(n));
+        long double norm2 = 0;
+        for (int i = 0; i < n; ++i) {
+            v[std::size_t(i)] = LC(z.at(k, i, p), pair ? static_cast<long double>(z.at(k, i, p + 1)) : 0.0L);
+            norm2 += std::norm(v[std::size_t(i)]);
+        }
+        EXPECT_NEAR(double(norm2), 1.0, 8 * n * std::numeric_limits<T>::epsilon()) << "position " << p;
+        long double worst = 0;
+        for (int i = 0; i < n; ++i) {
+            LC s = 0;
+            for (int j = 0; j < n; ++j)
+                s += right ? static_cast<long double>(a.at(k, i, j)) * v[std::size_t(j)]
+                           : v[std::size_t(j)] * static_cast<long double>(a.at(k, j, i));
+            worst = std::max(worst, std::abs(s - lam * v[std::size_t(i)]));
+        }
+        EXPECT_LE(worst, tol) << (right ? "right" : "left") << " position " << p << " object " << k;
+        if (pair) ++p;
+    }
+}
+
+template <class T>
+void random_vectors()
+{
+    constexpr int count = 4;
+    for (Desc d : kAll)
+        for (int n = 1; n <= 9; ++n) {
+            SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d) << " n=" << n);
+            const unsigned seed = unsigned(n * 71 + int(d));
+            kt::Objects<T> a(d, count, n, n, seed);
+            Values<T> values;
+            ASSERT_EQ(values_array(a, n, values), kelOk);
+            const auto before = a.snapshot();
+            kt::Objects<T> right(d, count, n, n, 1), left(d, count, n, n, 2), both1(d, count, n, n, 3),
+                both2(d, count, n, n, 4), unused(d, count, n, n, 5);
+            Values<T> vr, vl, vb;
+            ASSERT_EQ(vectors_array(Op::Right, a, right, unused, n, vr), kelOk);
+            ASSERT_EQ(vectors_array(Op::Left, a, left, unused, n, vl), kelOk);
+            ASSERT_EQ(vectors_array(Op::Both, a, both1, both2, n, vb), kelOk);
+            EXPECT_TRUE(a.unchanged_since(before));
+            for (auto* o : {&right, &left, &both1, &both2}) EXPECT_TRUE(o->canaries_intact());
+            // The eigenvalues are kelmEigenValues' own bits in every family.
+            for (const Values<T>* v : {&vr, &vl, &vb})
+                for (std::size_t e = 0; e < values.re.size(); ++e) {
+                    ASSERT_TRUE(kt::same_bits(v->re[e], values.re[e])) << e;
+                    ASSERT_TRUE(kt::same_bits(v->im[e], values.im[e])) << e;
+                }
+            for (int k = 0; k < count; ++k) {
+                const T* re = values.re.data() + k * n;
+                const T* im = values.im.data() + k * n;
+                expect_eigenvectors(a, right, k, n, re, im, true);
+                expect_eigenvectors(a, left, k, n, re, im, false);
+                for (int i = 0; i < n; ++i)
+                    for (int j = 0; j < n; ++j) {
+                        ASSERT_TRUE(kt::same_bits(both1.at(k, i, j), right.at(k, i, j)));
+                        ASSERT_TRUE(kt::same_bits(both2.at(k, i, j), left.at(k, i, j)));
+                    }
+            }
+            if (d == Desc::List || d == Desc::ListS2) continue;
+            for (Op op : {Op::Right, Op::Left, Op::Both}) {
+                kt::Objects<T> x(d, count, n, n, 6), y(d, count, n, n, 7);
+                Values<T> one;
+                vectors_each(op, a, x, y, n, one);
+                for (kelStatus s : one.status) EXPECT_EQ(s, kelOk);
+                kt::Objects<T>& ref = op == Op::Left ? left : right;
+                for (int k = 0; k < count; ++k)
+                    for (int i = 0; i < n; ++i)
+                        for (int j = 0; j < n; ++j) {
+                            ASSERT_TRUE(kt::same_bits(x.at(k, i, j), ref.at(k, i, j))) << name(op);
+                            if (op == Op::Both) {
+                                ASSERT_TRUE(kt::same_bits(y.at(k, i, j), left.at(k, i, j)));
+                            }
+                        }
+            }
+        }
+}
+
+TEST(EigenVectors, RandomMatricesEveryDescription32f) { random_vectors<float>(); }
+TEST(EigenVectors, RandomMatricesEveryDescription64f) { random_vectors<double>(); }
+
+// Every description gives the contiguous form's vectors, bit for bit.
+template <class T>
+void vector_descriptions_agree()
+{
+    for (int n : {2, 3, 4, 5, 6, 8}) {
+        std::vector<T> first;
+        for (Desc d : kAll) {
+            SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d) << " n=" << n);
+            kt::Objects<T> a(d, 5, n, n, unsigned(313 + n)), x(d, 5, n, n, 1), y(d, 5, n, n, 2);
+            Values<T> v;
+            ASSERT_EQ(vectors_array(Op::Both, a, x, y, n, v), kelOk);
+            std::vector<T> got;
+            for (int k = 0; k < 5; ++k)
+                for (int i = 0; i < n; ++i)
+                    for (int j = 0; j < n; ++j) got.push_back(x.at(k, i, j)), got.push_back(y.at(k, i, j));
+            if (d == Desc::Contig) {
+                first = got;
+                continue;
+            }
+            for (std::size_t e = 0; e < got.size(); ++e) ASSERT_TRUE(kt::same_bits(first[e], got[e])) << e;
+        }
+    }
+}
+
+TEST(EigenVectors, DescriptionsGiveTheSameBits32f) { vector_descriptions_agree<float>(); }
+TEST(EigenVectors, DescriptionsGiveTheSameBits64f) { vector_descriptions_agree<double>(); }
+
+template <class T>
+void known_vectors()
+{
+    SCOPED_TRACE(kt::type_name<T>());
+    const T eps = std::numeric_limits<T>::epsilon();
+    auto one = [](int n, const std::vector<double>& rows, kt::Objects<T>& a) {
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j) a.at(0, i, j) = T(rows[std::size_t(i * n + j)]);
+    };
+    {  // diagonal: unit coordinate vectors on both sides
+        const int n = 5;
+        std::vector<double> rows(25, 0.0);
+        const double diag[5] = {3, -1, 3, 0.5, 2};
+        for (int i = 0; i < n; ++i) rows[std::size_t(i * 6)] = diag[i];
+        kt::Objects<T> a(Desc::Contig, 1, n, n), x(Desc::Contig, 1, n, n), y(Desc::Contig, 1, n, n);
+        one(n, rows, a);
+        Values<T> v;
+        ASSERT_EQ(vectors_array(Op::Both, a, x, y, n, v), kelOk);
+        for (int i = 0; i < n; ++i) {
+            EXPECT_EQ(v.re[std::size_t(i)], T(diag[i]));
+            for (int j = 0; j < n; ++j) {
+                EXPECT_EQ(x.at(0, i, j), T(i == j)) << i << " " << j;
+                EXPECT_EQ(y.at(0, i, j), T(i == j)) << i << " " << j;
+            }
+        }
+    }
+    {  // the quarter turn: one pair, real part in column 0, imaginary in column 1
+        kt::Objects<T> a(Desc::Contig, 1, 2, 2), x(Desc::Contig, 1, 2, 2), y(Desc::Contig, 1, 2, 2);
+        one(2, {0, -1, 1, 0}, a);
+        Values<T> v;
+        ASSERT_EQ(vectors_array(Op::Both, a, x, y, 2, v), kelOk);
+        EXPECT_EQ(v.im, (std::vector<T>{1, -1}));
+        expect_eigenvectors(a, x, 0, 2, v.re.data(), v.im.data(), true);
+        expect_eigenvectors(a, y, 0, 2, v.re.data(), v.im.data(), false);
+        // A (re + i im) = i (re + i im): A re = -im, A im = re.
+        EXPECT_NEAR(-x.at(0, 1, 0), -x.at(0, 0, 1), 4 * eps);
+        EXPECT_NEAR(x.at(0, 0, 0), -x.at(0, 1, 1), 4 * eps);
+    }
+    {  // 1x1: the eigenvector 1
+        kt::Objects<T> a(Desc::Contig, 1, 1, 1), x(Desc::Contig, 1, 1, 1), y(Desc::Contig, 1, 1, 1);
+        a.at(0, 0, 0) = T(-2.5);
+        Values<T> v;
+        ASSERT_EQ(vectors_array(Op::Both, a, x, y, 1, v), kelOk);
+        EXPECT_EQ(x.at(0, 0, 0), T(1));
+        EXPECT_EQ(y.at(0, 0, 0), T(1));
+        EXPECT_EQ(v.re[0], T(-2.5));
+    }
+    {  // repeated eigenvalues with full eigenspaces and a defective one
+        for (const std::vector<double>& rows :
+             {std::vector<double>{2, 0, 0, 0, 2, 0, 1, 1, 2}, std::vector<double>{1, 0, 0, 0, 1, 0, 0, 0, 1},
+              std::vector<double>{2, 1, 0, 0, 2, 0, 0, 0, 5}}) {
+            kt::Objects<T> a(Desc::Contig, 1, 3, 3), x(Desc::Contig, 1, 3, 3), y(Desc::Contig, 1, 3, 3);
+            one(3, rows, a);
+            Values<T> v;
+            ASSERT_EQ(vectors_array(Op::Both, a, x, y, 3, v), kelOk);
+            for (int p = 0; p < 3; ++p)
+                for (int i = 0; i < 3; ++i) {
+                    EXPECT_TRUE(std::isfinite(x.at(0, i, p)));
+                    EXPECT_TRUE(std::isfinite(y.at(0, i, p)));
+                }
+            expect_eigenvectors(a, x, 0, 3, v.re.data(), v.im.data(), true);
+            expect_eigenvectors(a, y, 0, 3, v.re.data(), v.im.data(), false);
+        }
+    }
+}
+
+TEST(EigenVectors, KnownVectors32f) { known_vectors<float>(); }
+TEST(EigenVectors, KnownVectors64f) { known_vectors<double>(); }
+
+// Statuses.  A NaN block uses up the budget: trailing values written, no
+// vectors.  A 2x2 pair block far below the scale of a real eigenvalue with
+// the same real part leaves the left substitution without a usable pivot:
+// values written, the vectors before it written, the rest not.
+template <class T>
+void vector_statuses()
+{
+    SCOPED_TRACE(kt::type_name<T>());
+    for (Op op : {Op::Right, Op::Left, Op::Both}) {
+        kt::Objects<T> a(Desc::Contig, 2, 4, 4), x(Desc::Contig, 2, 4, 4), y(Desc::Contig, 2, 4, 4);
+        for (int i = 0; i < 4; ++i)
+            for (int j = 0; j < 4; ++j) a.at(0, i, j) = nan_block<T>(i, j);
+        const auto xs = x.snapshot(), ys = y.snapshot();
+        Values<T> v;
+        EXPECT_EQ(vectors_array(op, a, x, y, 4, v), kelErrNotConverged) << name(op);
+        EXPECT_EQ(v.re[3], T(5));
+        EXPECT_EQ(v.re[0], T(-77));
+        EXPECT_EQ(v.re[4], T(-77));  // the array stopped
+        EXPECT_TRUE(x.unchanged_since(xs));
+        EXPECT_TRUE(y.unchanged_since(ys));
+    }
+    const T big = sizeof(T) == 4 ? T(1e8) : T(1e14);
+    for (Op op : {Op::Right, Op::Left, Op::Both}) {
+        // Working matrix (the transpose) [[big, e, 1], [-e, big, 2], [0, 0, big]], e = 1e-3.
+        kt::Objects<T> a(Desc::Contig, 1, 3, 3), x(Desc::Contig, 1, 3, 3), y(Desc::Contig, 1, 3, 3);
+        const T e = T(1e-3);
+        const T rows[9] = {big, -e, 0, e, big, 0, 1, 2, big};
+        for (int i = 0; i < 9; ++i) a.at(0, i / 3, i % 3) = rows[i];
+        const T sentinel = x.at(0, 0, 2);
+        const T sentinelY = y.at(0, 0, 2);
+        Values<T> v;
+        const kelStatus s = vectors_array(op, a, x, y, 3, v);
+        EXPECT_EQ(s, op == Op::Right ? kelOk : kelErrEigenSolve) << name(op);
+        EXPECT_EQ(v.re, (std::vector<T>{big, big, big}));
+        EXPECT_GT(v.im[0], T(0));
+        if (op == Op::Left) {
+            EXPECT_EQ(x.at(0, 0, 2), sentinel);  // third column never written
+        }
+        if (op == Op::Both) {
+            EXPECT_EQ(y.at(0, 0, 2), sentinelY);  // right vectors done, left stopped
+        }
+    }
+}
+
+TEST(EigenVectors, Statuses32f) { vector_statuses<float>(); }
+TEST(EigenVectors, Statuses64f) { vector_statuses<double>(); }
+
+TEST(EigenVectors, ArgumentChecksInOrder)
+{
+    float a[64] = {1}, x[64], y[64], re[8], im[8], buf[256];
+    const float* tab[64] = {a};
+    float* xt[64] = {x};
+    float* yt[64] = {y};
+    const float* const* t = tab;
+    // null: src, buffer, real, imaginary, then the vector matrices
+    EXPECT_EQ(kelmEigenValuesVectorsRight_m_32f(a, 12, 4, nullptr, 12, 4, re, im, 0, buf), kelErrNullPointer);
+    EXPECT_EQ(kelmEigenValuesVectors_m_32f(a, 12, 4, x, 12, 4, nullptr, 12, 4, re, im, 0, buf), kelErrNullPointer);
+    EXPECT_EQ(kelmEigenValuesVectorsLeft_m_32f(a, 12, 4, x, 12, 2, re, im, 0, buf), kelErrSize);
+    EXPECT_EQ(kelmEigenValuesVectorsLeft_m_32f(a, 12, 4, x, 12, 2, re, im, 3, buf), kelErrStride);
+    EXPECT_EQ(kelmEigenValuesVectorsRight_m_32f_P(t, 0, xt, 2, re, im, 3, buf), kelErrShift);
+    EXPECT_EQ(kelmEigenValuesVectors_m_32f_P(t, 0, xt, 0, yt, -4, re, im, 3, buf), kelErrShift);
+    // arrays: count, then source shift and strides, then destinations' shifts, then their strides
+    EXPECT_EQ(kelmEigenValuesVectorsRight_ma_32f(a, 36, 12, 4, x, 0, 12, 4, re, im, 3, 0, buf), kelErrCount);
+    EXPECT_EQ(kelmEigenValuesVectorsRight_ma_32f(a, 36, 12, 4, x, 0, 12, 4, re, im, 0, 0, buf), kelErrSize);
+    EXPECT_EQ(kelmEigenValuesVectorsRight_ma_32f(a, 36, 12, 4, x, 0, 12, 4, re, im, 3, 1, buf), kelErrStride);
+    EXPECT_EQ(kelmEigenValuesVectorsLeft_ma_32f_P(t, 2, 0, xt, 0, 36, re, im, 3, 1, buf), kelErrShift);
+    EXPECT_EQ(kelmEigenValuesVectorsLeft_ma_32f_P(t, 0, 0, xt, 2, 36, re, im, 3, 1, buf), kelErrStride);
+    EXPECT_EQ(kelmEigenValuesVectorsLeft_ma_32f_P(t, 0, 36, xt, 2, 0, re, im, 3, 1, buf), kelErrShift);
+    EXPECT_EQ(kelmEigenValuesVectorsLeft_ma_32f_P(t, 0, 36, xt, 0, 0, re, im, 3, 1, buf), kelErrStride);
+    EXPECT_EQ(kelmEigenValuesVectors_ma_32f_L(t, 0, 12, 4, xt, 0, 12, 4, yt, 6, 12, 0, re, im, 3, 1, buf), kelErrShift);
+    EXPECT_EQ(kelmEigenValuesVectors_ma_32f_L(t, 0, 12, 4, xt, 0, 12, 4, yt, 4, 12, 0, re, im, 3, 1, buf), kelErrStride);
+    EXPECT_EQ(kelmEigenValuesVectors_ma_32f_L(t, 0, 0, 4, xt, 2, 12, 4, yt, 4, 12, 0, re, im, 3, 1, buf), kelErrStride);
+    EXPECT_EQ(kelmEigenValuesVectors_ma_32f_P(t, 0, 36, xt, 0, 36, yt, 0, 0, re, im, 3, 1, buf), kelErrStride);
+    EXPECT_EQ(kelmEigenValuesVectors_ma_32f(a, 36, 12, 4, x, 36, 12, 4, y, 36, 12, 4, re, im, 3, 1, nullptr),
+              kelErrNullPointer);
+}
+
+template <class T>
+void vectors_serial_equals_parallel(Op op, Desc d, int n, int count)
+{
+    SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << name(op) << " " << kt::name(d) << " n=" << n
+                                    << " count=" << count);
+    kt::Objects<T> a(d, count, n, n, 17), x1(d, count, n, n, 1), y1(d, count, n, n, 2), x2(d, count, n, n, 1),
+        y2(d, count, n, n, 2);
+    Values<T> serial, parallel;
+    {
+        kt::Threads one(1);
+        ASSERT_EQ(vectors_array(op, a, x1, y1, n, serial), kelOk);
+    }
+    {
+        kt::Threads two(2);
+        ASSERT_EQ(vectors_array(op, a, x2, y2, n, parallel), kelOk);
+    }
+    for (std::size_t e = 0; e < serial.re.size(); ++e) ASSERT_TRUE(kt::same_bits(serial.re[e], parallel.re[e])) << e;
+    for (int k = 0; k < count; ++k)
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j) {
+                ASSERT_TRUE(kt::same_bits(x1.at(k, i, j), x2.at(k, i, j)));
+                ASSERT_TRUE(kt::same_bits(y1.at(k, i, j), y2.at(k, i, j)));
+            }
+    EXPECT_TRUE(x2.canaries_intact());
+}
+
+TEST(EigenVectors, ParallelRunsMatchSerial)
+{
+    for (Desc d : kAll) {
+        vectors_serial_equals_parallel<float>(Op::Right, d, 4, 41);
+        vectors_serial_equals_parallel<double>(Op::Left, d, 5, 33);
+        vectors_serial_equals_parallel<double>(Op::Both, d, 7, 12);
+    }
+}
+
+TEST(EigenVectors, ParallelThreshold)
+{
+    kt::Threads two(2);
+    for (int count : {125, 126}) {  // n = 1: n(3n+1)*count = 500, 504
+        kt::Objects<float> a(Desc::Contig, count, 1, 1, 3), x(Desc::Contig, count, 1, 1, 4);
+        std::vector<float> buf(8, 123.0f);
+        Values<float> v;
+        ASSERT_EQ(vectors_array(Op::Right, a, x, x, 1, v, &buf), kelOk);
+        EXPECT_EQ(buf[0] != 123.0f, count == 125) << count;
+        for (int k = 0; k < count; ++k) EXPECT_EQ(x.at(k, 0, 0), 1.0f);
+    }
+}
+
 }  // namespace
