@@ -7,7 +7,7 @@
 
 namespace kb {
 
-enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, Count };
+enum class Workload { AddMama, MulMama, MulMava, MulMac, Det, LU, EigVal, EigVec, Count };
 
 struct Job {
     int elem;     // element size in bytes: 4 (32f) or 8 (64f)
@@ -20,7 +20,8 @@ struct Job {
     void* d;        // results: matrices, vectors, or one scalar per object (Det)
     void* f;        // LU factors (same layout as a)
     int* idx;       // LU pivot indices, n per object
-    void* work;     // Det work buffer, n*(n+1) elements
+    void* work;     // work buffer: n*(3n+5) elements (Det uses n*(n+1), EigenValues n*(n+5))
+    void* e;        // eigenvalue imaginary parts (EigVec; EigVal keeps them in f)
     double c;       // the constant of Mul mac
 
     // Byte strides of the layout.
@@ -42,6 +43,8 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::MulMac: return 2 * nn * elem;
     case Workload::Det: return (nn + 1) * elem;
     case Workload::LU: return (nn + 2 * n) * elem;
+    case Workload::EigVal: return (nn + 2 * n) * elem;
+    case Workload::EigVec: return (2 * nn + 2 * n) * elem;
     default: return 0;
     }
 }
