@@ -149,7 +149,7 @@ struct Block {
 // The largest case of each role decides the block sizes, so that the blocks
 // are filled once per element type and not at every case.
 struct Data {
-    Block a, b, d, f, idx, work, spd;
+    Block a, b, d, f, idx, work, spd, e;
     std::size_t maxMat[9] = {}, maxVec[9] = {}, maxIdx = 0;
 } data;
 
@@ -298,7 +298,11 @@ Job make_job(const Case& c)
         j.idx = static_cast<int*>(data.idx.get(data.maxIdx, data.idx.filledAs ? data.idx.filledAs : 0));
     }
     if (w == Workload::QR) j.f = data.f.get(mats, data.f.filledAs ? data.f.filledAs : 0);
-    j.work = data.work.get(std::size_t(c.n) * (c.n + 1) * 8, 0);
+    if (w == Workload::EigVal || w == Workload::EigVec) {  // values: real parts in f, imaginary in e
+        j.f = data.f.get(mats, data.f.filledAs ? data.f.filledAs : 0);
+        j.e = data.e.get(mats, data.e.filledAs ? data.e.filledAs : 0);
+    }
+    j.work = data.work.get(std::size_t(c.n) * (3 * c.n + 5) * 8, 0);
     return j;
 }
 

@@ -13,7 +13,7 @@ enum class Workload {
     // Cross: 3-vectors vecStride apart (order 3 packs them).  Gaxpy: the one
     // matrix is the first of a, the z vectors follow it in a (at a +
     // matStride), x in b.
-    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa, L2Norm, FrobNorm, Trace, Affine, EigSymValues, EigSymVectors, QR,
+    Invert, DotVava, CrossVava, SaxpyVava, LCombVava, GaxpyMva, Chol, CopyMa, TransposeMa, L2Norm, FrobNorm, Trace, Affine, EigSymValues, EigSymVectors, QR, EigVal, EigVec,
     Count
 };
 
@@ -28,12 +28,12 @@ struct Job {
     void* d;        // results: matrices, vectors, or one scalar per object (Det)
     void* f;        // LU and Cholesky factors (same layout as a)
     int* idx;       // LU pivot indices, n per object
-    void* work;     // Det and Invert work buffer, n*(n+1) elements
+    void* work;     // work buffer: n*(3n+5) elements (Det and Invert use n*(n+1), QR n, the symmetric
+                    // eigen workloads n*n, EigenValues n*(n+5))
     double c;       // the constant of Mul mac, the scale of Saxpy and the first of LComb (the second is 0.5)
-    void* work;     // Det work buffer, n*(n+1) elements (also the n*n eigen buffer)
     void* f;        // LU and QR factors (same layout as a)
     int* idx;       // LU pivot indices, n per object
-    void* work;     // Det work buffer, n*(n+1) elements (QR uses n of them)
+    void* e;        // eigenvalue imaginary parts (EigVec; EigVal keeps them in f)
     double c;       // the constant of Mul mac
 
     // Byte strides of the layout.
@@ -71,6 +71,8 @@ inline double bytes_per_object(Workload w, int n, int elem)
     case Workload::EigSymValues: return (nn + n) * elem;
     case Workload::EigSymVectors: return (2 * nn + n) * elem;
     case Workload::QR: return (nn + 2 * n) * elem;
+    case Workload::EigVal: return (nn + 2 * n) * elem;
+    case Workload::EigVec: return (2 * nn + 2 * n) * elem;
     default: return 0;
     }
 }

@@ -600,9 +600,42 @@ struct Eig {
         each_object(j, [&](int k) {
             const Eigen::HouseholderQR<Eigen::Matrix<T, N, N>> f(cmat(j.a, k));
             mvec(j.d, k) = f.solve(cvec(j.b, k));
+    // General eigenvalues (real parts to f, imaginary to e, n per object),
+    // and with the real pseudo-eigenvectors (real and imaginary parts in
+    // adjacent columns, as the library stores them) into d.
+    using Solver = Eigen::EigenSolver<Eigen::Matrix<T, N, N>>;
+    static void eig_store(const Job& j, int k, const Solver& es)
+    {
+        T* re = static_cast<T*>(j.f) + std::ptrdiff_t(k) * N;
+        T* im = static_cast<T*>(j.e) + std::ptrdiff_t(k) * N;
+        const auto& ev = es.eigenvalues();
+        for (int i = 0; i < N; ++i) re[i] = ev[i].real(), im[i] = ev[i].imag();
+    }
+    static void eig_values(const Job& j)
+    {
+        each_object(j, [&](int k) { eig_store(j, k, Solver(cmat(j.a, k), false)); });
+    }
+    static void eig_vectors(const Job& j)
+    {
+        each_object(j, [&](int k) {
+            const Solver es(cmat(j.a, k), true);
+            eig_store(j, k, es);
+            mmat(j.d, k) = es.pseudoEigenvectors();
         });
     }
 };
+
+// Peers that have the eigen workloads (the plain loops do not).
+template <class K>
+auto eig_peer(Workload w, int) -> decltype(&K::eig_values, PeerFn())
+{
+    return w == Workload::EigVal ? &K::eig_values : &K::eig_vectors;
+}
+template <class K>
+PeerFn eig_peer(Workload, long)
+{
+    return nullptr;
+}
 
 // --- tables -----------------------------------------------------------------
 
@@ -635,6 +668,8 @@ PeerFn pick(Workload w)
     case Workload::EigSymValues: return &K::eig_sym_values;
     case Workload::EigSymVectors: return &K::eig_sym_vectors;
     case Workload::QR: return &K::qr;
+    case Workload::EigVal:
+    case Workload::EigVec: return eig_peer<K>(w, 0);
     default: return nullptr;
     }
 }

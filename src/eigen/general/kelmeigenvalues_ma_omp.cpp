@@ -1,0 +1,6 @@
+// EigenValues: array entries and parallel driver.
+#include "args.h"
+
+namespace kelm {
+KELM_FOR_TYPES(KELM_EIG_VALUES_MA_T, _)
+}  // namespace kelm

@@ -1,0 +1,6 @@
+// EigenValuesVectorsRight: array entries and parallel driver.
+#include "args.h"
+
+namespace kelm {
+KELM_FOR_TYPES(KELM_EIG_VECTORS_MA_T, kelmEigenValuesVectorsRight, Right)
+}  // namespace kelm
