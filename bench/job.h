@@ -26,15 +26,12 @@ struct Job {
     const void* a;  // matrices, row-major, back to back in the layout
     const void* b;  // second matrices (Add, Mul mama) or vectors (mava, LU)
     void* d;        // results: matrices, vectors, or one scalar per object (Det)
-    void* f;        // LU and Cholesky factors (same layout as a)
+    void* f;        // LU, Cholesky and QR factors (same layout as a)
     int* idx;       // LU pivot indices, n per object
     void* work;     // work buffer: n*(3n+5) elements (Det and Invert use n*(n+1), QR n, the symmetric
                     // eigen workloads n*n, EigenValues n*(n+5))
     double c;       // the constant of Mul mac, the scale of Saxpy and the first of LComb (the second is 0.5)
-    void* f;        // LU and QR factors (same layout as a)
-    int* idx;       // LU pivot indices, n per object
     void* e;        // eigenvalue imaginary parts (EigVec; EigVal keeps them in f)
-    double c;       // the constant of Mul mac
 
     // Byte strides of the layout.
     int elemStride() const { return es * elem; }

@@ -182,8 +182,6 @@ struct Plain {
 
     // Gauss-Jordan with partial pivoting on a local [A | I].
     static void invert(const Job& job)
-    static void copy_ma(const Job& job)
-    static void l2norm(const Job& job)
     {
         const T* a = static_cast<const T*>(job.a);
         T* d = static_cast<T*>(job.d);
@@ -209,6 +207,9 @@ struct Plain {
             }
             for (int i = 0; i < N; ++i)
                 for (int c = 0; c < N; ++c) z[(i * N + c) * S] = m[i][N + c];
+        });
+    }
+
     // Vector workloads: x in a, y in b; Gaxpy's matrix is the first of a and
     // its z vectors follow it.
     static void dot_vava(const Job& job)
@@ -273,12 +274,12 @@ struct Plain {
                 for (int p = 0; p < N; ++p) s += m[(i * N + p) * S] * v[p * S];
                 r[i * S] = s + z[i * S];
             }
+        });
+    }
+
     // Cholesky-Banachiewicz on the lower triangle, then forward and backward
     // substitution.
     static void chol(const Job& job)
-    // Householder reflections on a local copy, applied to b as they are
-    // formed, then the triangular solve.
-    static void qr(const Job& job)
     {
         const T* a = static_cast<const T*>(job.a);
         const T* b = static_cast<const T*>(job.b);
@@ -305,6 +306,16 @@ struct Plain {
                 r[i] = s / l[i][i];
             }
             for (int i = 0; i < N; ++i) z[i * S] = r[i];
+        });
+    }
+
+    static void copy_ma(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            T* z = d + std::ptrdiff_t(k) * MS;
             for (int i = 0; i < N * N; ++i) z[i * S] = x[i * S];
         });
     }
@@ -318,6 +329,14 @@ struct Plain {
             T* z = d + std::ptrdiff_t(k) * MS;
             for (int i = 0; i < N; ++i)
                 for (int c = 0; c < N; ++c) z[(c * N + i) * S] = x[(i * N + c) * S];
+        });
+    }
+
+    static void l2norm(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
             const T* x = a + std::ptrdiff_t(k) * VS;
             T s = 0;
             for (int i = 0; i < N; ++i) s += x[i * S] * x[i * S];
@@ -365,6 +384,7 @@ struct Plain {
             for (int i = 0; i < 3; ++i) r[i * S] = h[i] / h[3];
         });
     }
+
     // Cyclic Jacobi on a local copy until the off-diagonal part is below
     // rounding, then a descending selection sort; values to d (N per matrix,
     // contiguous), vectors as columns to f.
@@ -426,6 +446,18 @@ struct Plain {
     }
     static void eig_sym_values(const Job& job) { eig_sym<false>(job); }
     static void eig_sym_vectors(const Job& job) { eig_sym<true>(job); }
+
+    // Householder reflections on a local copy, applied to b as they are
+    // formed, then the triangular solve.
+    static void qr(const Job& job)
+    {
+        const T* a = static_cast<const T*>(job.a);
+        const T* b = static_cast<const T*>(job.b);
+        T* d = static_cast<T*>(job.d);
+        each_object(job, [=](int k) {
+            const T* x = a + std::ptrdiff_t(k) * MS;
+            const T* v = b + std::ptrdiff_t(k) * VS;
+            T* z = d + std::ptrdiff_t(k) * VS;
             T m[N][N], r[N], u[N];
             for (int i = 0; i < N; ++i) {
                 for (int c = 0; c < N; ++c) m[i][c] = x[(i * N + c) * S];
@@ -511,6 +543,7 @@ struct Eig {
     static void invert(const Job& j)
     {
         each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k).inverse(); });
+    }
     static void dot_vava(const Job& j)
     {
         T* d = static_cast<T*>(j.d);
@@ -537,9 +570,11 @@ struct Eig {
         const CMat m = cmat(j.a, 0);
         const T* zs = static_cast<const T*>(j.a) + MS;
         each_object(j, [&](int k) { mvec(j.d, k).noalias() = m * cvec(j.b, k) + cvec(zs, k); });
+    }
     static void chol(const Job& j)
     {
         each_object(j, [&](int k) { mvec(j.d, k) = cmat(j.a, k).llt().solve(cvec(j.b, k)); });
+    }
     static void copy_ma(const Job& j)
     {
         each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k); });
@@ -547,6 +582,7 @@ struct Eig {
     static void transpose_ma(const Job& j)
     {
         each_object(j, [&](int k) { mmat(j.d, k) = cmat(j.a, k).transpose(); });
+    }
     static void l2norm(const Job& j)
     {
         T* d = static_cast<T*>(j.d);
@@ -575,6 +611,8 @@ struct Eig {
             const Eigen::Map<const P3, Eigen::Unaligned, PStride> p(a + std::ptrdiff_t(k) * 3 * S);
             const Eigen::Vector4f h = m * Eigen::Vector4f(p[0], p[1], p[2], 1.0f);
             Eigen::Map<P3, Eigen::Unaligned, PStride>(d + std::ptrdiff_t(k) * 3 * S) = h.head<3>() / h[3];
+        });
+    }
     // The iterative solver (tridiagonalisation and QR), values ascending:
     // stored descending like the library's.
     static void eig_sym_values(const Job& j)
@@ -595,11 +633,15 @@ struct Eig {
                 d[std::ptrdiff_t(k) * N + i] = es.eigenvalues()[N - 1 - i];
                 v.col(i) = es.eigenvectors().col(N - 1 - i);
             }
+        });
+    }
     static void qr(const Job& j)
     {
         each_object(j, [&](int k) {
             const Eigen::HouseholderQR<Eigen::Matrix<T, N, N>> f(cmat(j.a, k));
             mvec(j.d, k) = f.solve(cvec(j.b, k));
+        });
+    }
     // General eigenvalues (real parts to f, imaginary to e, n per object),
     // and with the real pseudo-eigenvectors (real and imaginary parts in
     // adjacent columns, as the library stores them) into d.

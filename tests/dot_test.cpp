@@ -362,22 +362,6 @@ TEST(DotCrossParallel, LargeArraysMatchTheReferenceOnTwoThreads)
     }
 }
 
-// Inside an active region that allows no further level, a parallel driver runs
-// its first block only, so the last object stays unwritten: that shows which
-// side of its threshold a call fell on.
-void run_in_busy_team(const std::function<void()>& call, bool& usable)
-{
-    kt::Threads two(2);
-    const int saved = omp_get_max_active_levels();
-    omp_set_max_active_levels(1);
-    usable = true;
-#pragma omp parallel num_threads(2)
-    {
-        if (omp_get_num_threads() != 2) usable = false;
-        if (omp_get_thread_num() == 0 && usable) call();
-    }
-    omp_set_max_active_levels(saved);
-}
 
 struct Probe {
     std::string what;
@@ -394,7 +378,7 @@ Probe dot_probe(Dk kind, Desc f, int n, int threshold)
     return {what, threshold, work, [=](int count, bool& usable) {
                 DotCall<T> c(kind, f, n, count);
                 c.D.at(count - 1, 0) = std::numeric_limits<T>::quiet_NaN();
-                run_in_busy_team([&] { c.run(); }, usable);
+                kt::run_in_busy_team([&] { c.run(); }, usable);
                 return std::isnan(c.D.at(count - 1, 0));
             }};
 }
@@ -407,7 +391,7 @@ Probe cross_probe(Ck kind, Desc f)
     return {what, 3000, work, [=](int count, bool& usable) {
                 CrossCall<T> c(kind, f, count);
                 c.D.at(count - 1, 0) = std::numeric_limits<T>::quiet_NaN();
-                run_in_busy_team([&] { c.run(); }, usable);
+                kt::run_in_busy_team([&] { c.run(); }, usable);
                 return std::isnan(c.D.at(count - 1, 0));
             }};
 }

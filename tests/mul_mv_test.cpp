@@ -426,22 +426,6 @@ TEST(MulParallel, ArraysAboveTheThresholdsMatchTheReference)
     }
 }
 
-// Runs a call where a parallel driver cannot fork: inside an active region that allows no
-// further level, a parallel driver runs its first block only, so the last
-// object stays unwritten.
-void run_in_busy_team(const std::function<void()>& call, bool& usable)
-{
-    kt::Threads two(2);
-    const int saved = omp_get_max_active_levels();
-    omp_set_max_active_levels(1);
-    usable = true;
-#pragma omp parallel num_threads(2)
-    {
-        if (omp_get_num_threads() != 2) usable = false;
-        if (omp_get_thread_num() == 0 && usable) call();
-    }
-    omp_set_max_active_levels(saved);
-}
 
 struct Probe {
     const char* what;
@@ -456,7 +440,7 @@ Probe mv_probe(const char* what, Mv kind, bool tr, Desc f, int w, int h, int thr
     return {what, threshold, work, [=](int count, bool& usable) {
                 MvCall<T> c(kind, tr, f, w, h, tr ? h : w, count);
                 c.Y.at(count - 1, 0) = std::numeric_limits<T>::quiet_NaN();
-                run_in_busy_team([&] { c.run(); }, usable);
+                kt::run_in_busy_team([&] { c.run(); }, usable);
                 return std::isnan(c.Y.at(count - 1, 0));
             }};
 }
@@ -467,7 +451,7 @@ Probe bc_probe(const char* what, Bc kind, bool tr, Desc f, int w, int h, int thr
     return {what, threshold, work, [=](int count, bool& usable) {
                 BcCall<T> c(kind, tr, f, w, h, count);
                 c.D.at(count - 1, 0, 0) = std::numeric_limits<T>::quiet_NaN();
-                run_in_busy_team([&] { c.run(); }, usable);
+                kt::run_in_busy_team([&] { c.run(); }, usable);
                 return std::isnan(c.D.at(count - 1, 0, 0));
             }};
 }

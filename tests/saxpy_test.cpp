@@ -367,21 +367,6 @@ TEST(SaxpyParallel, LargeArraysMatchTheReferenceOnTwoThreads)
     }
 }
 
-// Inside an active region that allows no further level, a parallel driver runs
-// its first block only, so the last object stays unwritten.
-void run_in_busy_team(const std::function<void()>& call, bool& usable)
-{
-    kt::Threads two(2);
-    const int saved = omp_get_max_active_levels();
-    omp_set_max_active_levels(1);
-    usable = true;
-#pragma omp parallel num_threads(2)
-    {
-        if (omp_get_num_threads() != 2) usable = false;
-        if (omp_get_thread_num() == 0 && usable) call();
-    }
-    omp_set_max_active_levels(saved);
-}
 
 struct Probe {
     std::string what;
@@ -399,7 +384,7 @@ Probe scaled_probe(Sk kind, Desc f, int n, int threshold)
             [=](int count, bool& usable) {
                 ScaledCall<T> c(kind, f, n, count);
                 c.D.at(count - 1, 0) = std::numeric_limits<T>::quiet_NaN();
-                run_in_busy_team([&] { c.run(); }, usable);
+                kt::run_in_busy_team([&] { c.run(); }, usable);
                 return std::isnan(c.D.at(count - 1, 0));
             }};
 }
@@ -412,7 +397,7 @@ Probe gaxpy_probe(Gk kind, Desc f, int w, int h, int threshold)
             [=](int count, bool& usable) {
                 GaxpyCall<T> c(kind, f, w, h, count);
                 c.D.at(count - 1, 0) = std::numeric_limits<T>::quiet_NaN();
-                run_in_busy_team([&] { c.run(); }, usable);
+                kt::run_in_busy_team([&] { c.run(); }, usable);
                 return std::isnan(c.D.at(count - 1, 0));
             }};
 }

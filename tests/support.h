@@ -4,10 +4,12 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <omp.h>
 
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -145,5 +147,23 @@ public:
 private:
     int saved_;
 };
+
+// Runs call on thread 0 of a busy team of two, where a parallel driver
+// cannot fork: it then does its first block only and leaves the last object
+// unwritten, which shows on which side of its threshold a call fell.  usable
+// is false when the runtime would not give the team its two threads.
+inline void run_in_busy_team(const std::function<void()>& call, bool& usable)
+{
+    Threads two(2);
+    const int saved = omp_get_max_active_levels();
+    omp_set_max_active_levels(1);
+    usable = true;
+#pragma omp parallel num_threads(2)
+    {
+        if (omp_get_num_threads() != 2) usable = false;
+        if (omp_get_thread_num() == 0 && usable) call();
+    }
+    omp_set_max_active_levels(saved);
+}
 
 }  // namespace kt
