@@ -268,6 +268,7 @@ void fill_spd(T* a, int n, int es, int count)
                 const double v = i == j ? n + 1 : double(s >> 11) * (1.0 / 9007199254740992.0) * 2 - 1;
                 a[(k * n * n + i * n + j) * es] = T(v);
             }
+}
 
 Job make_job(const Case& c)
 {
