@@ -13,6 +13,9 @@
 namespace {
 
 using kt::Desc;
+using kt::is_list;
+using kt::kAllForms;
+using kt::single_form;
 using kt::Objects;
 
 template <class T>
@@ -34,8 +37,6 @@ KELM_CHOL_TABLE(double, 64f)
 #undef KELM_CHOL_TABLE
 
 constexpr Desc kAllDescs[] = {Desc::Contig, Desc::Strided, Desc::Pointer, Desc::List, Desc::ListS2};
-Desc single_form(Desc d) { return d == Desc::List ? Desc::Contig : d == Desc::ListS2 ? Desc::Strided : d; }
-bool is_list(Desc d) { return d == Desc::List || d == Desc::ListS2; }
 // The decomposition that runs four matrices at a time on estimated roots.
 template <class T>
 bool four_lane(Desc d, int n) { return sizeof(T) == 4 && d == Desc::Contig && n >= 3 && n <= 6; }

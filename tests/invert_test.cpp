@@ -9,6 +9,9 @@
 namespace {
 
 using kt::Desc;
+using kt::is_list;
+using kt::kAllForms;
+using kt::single_form;
 using kt::Objects;
 
 template <class T>
@@ -24,7 +27,6 @@ KELM_INV_TABLE(double, 64f)
 #undef KELM_INV_TABLE
 
 constexpr Desc kAllDescs[] = {Desc::Contig, Desc::Strided, Desc::Pointer, Desc::List, Desc::ListS2};
-bool is_list(Desc d) { return d == Desc::List || d == Desc::ListS2; }
 
 template <class T>
 T tiny() { return std::numeric_limits<T>::min(); }

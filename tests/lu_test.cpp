@@ -13,6 +13,9 @@
 namespace {
 
 using kt::Desc;
+using kt::is_list;
+using kt::kAllForms;
+using kt::single_form;
 using kt::Objects;
 
 template <class T>
@@ -34,8 +37,6 @@ KELM_LU_TABLE(double, 64f)
 
 constexpr Desc kAllDescs[] = {Desc::Contig, Desc::Strided, Desc::Pointer, Desc::List, Desc::ListS2};
 // A list call's single operands (the mva factor) keep the strided description.
-Desc single_form(Desc d) { return d == Desc::List ? Desc::Contig : d == Desc::ListS2 ? Desc::Strided : d; }
-bool is_list(Desc d) { return d == Desc::List || d == Desc::ListS2; }
 // The strided array form with a general element stride keeps one index block for orders outside 3..6.
 bool shared_block(Desc d, int n) { return d == Desc::Strided && (n < 3 || n > 6); }
 

@@ -12,24 +12,17 @@
 namespace {
 
 using kt::Desc;
+using kt::is_list;
+using kt::kAllForms;
+using kt::single_form;
 using kt::Objects;
 
 // The 32f or 64f member of an operation, as a function pointer.
-#define KT_PICK(T, NAME, SUF)                                   \
-    [] {                                                        \
-        if constexpr (std::is_same_v<T, float>)                 \
-            return &NAME##_32f##SUF;                            \
-        else                                                    \
-            return &NAME##_64f##SUF;                            \
-    }()
 #define KT_MT(T, M, TT, SUF) (tr ? KT_PICK(T, TT, SUF) : KT_PICK(T, M, SUF))
 
-const Desc kAllForms[] = {Desc::Contig, Desc::Strided, Desc::Pointer, Desc::List, Desc::ListS2};
 
-bool is_list(Desc f) { return f == Desc::List || f == Desc::ListS2; }
 
 // A single operand of a call keeps the strided form in the list description.
-Desc single_form(Desc f) { return f == Desc::List ? Desc::Contig : f == Desc::ListS2 ? Desc::Strided : f; }
 
 // --- matrix-vector ----------------------------------------------------------------------
 
@@ -495,13 +488,8 @@ TEST(MulParallel, ThresholdsByMemberDescriptionAndPath)
         bc_probe<float>("vaca 32f pointer", Bc::vaca, false, Desc::Pointer, 4, 1, 650, vaca(4)),
     };
     for (const Probe& p : probes) {
-        int serial = 1;
-        while (p.work(serial + 1) <= p.threshold) ++serial;
-        bool usable1 = true, usable2 = true;
-        const bool atMost = p.run(serial, usable1), above = p.run(serial + 1, usable2);
-        if (!usable1 || !usable2) GTEST_SKIP() << "the runtime gave no two-thread team";
-        EXPECT_FALSE(atMost) << p.what << ": count " << serial << " (work " << p.work(serial) << ")";
-        EXPECT_TRUE(above) << p.what << ": count " << serial + 1 << " (work " << p.work(serial + 1) << ")";
+        if (!kt::expect_threshold_edge(p.what, p.threshold, p.work, p.run))
+            GTEST_SKIP() << "the runtime gave no two-thread team";
     }
 }
 

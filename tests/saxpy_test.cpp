@@ -13,19 +13,12 @@
 namespace {
 
 using kt::Desc;
+using kt::is_list;
+using kt::kAllForms;
+using kt::single_form;
 using kt::Objects;
 
-#define KT_PICK(T, NAME, SUF)                   \
-    [] {                                        \
-        if constexpr (std::is_same_v<T, float>) \
-            return &NAME##_32f##SUF;            \
-        else                                    \
-            return &NAME##_64f##SUF;            \
-    }()
 
-const Desc kAllForms[] = {Desc::Contig, Desc::Strided, Desc::Pointer, Desc::List, Desc::ListS2};
-bool is_list(Desc f) { return f == Desc::List || f == Desc::ListS2; }
-Desc single_form(Desc f) { return f == Desc::List ? Desc::Contig : f == Desc::ListS2 ? Desc::Strided : f; }
 
 // --- Saxpy and LComb -------------------------------------------------------------------
 
@@ -432,13 +425,8 @@ TEST(SaxpyParallel, ThresholdsByMemberDescriptionAndPath)
         gaxpy_probe<double>(Gk::mva, Desc::Pointer, 4, 4, 7000),
     };
     for (const Probe& p : probes) {
-        int serial = 1;
-        while (p.work(serial + 1) <= p.threshold) ++serial;
-        bool usable1 = true, usable2 = true;
-        const bool atMost = p.lastUnwritten(serial, usable1), above = p.lastUnwritten(serial + 1, usable2);
-        if (!usable1 || !usable2) GTEST_SKIP() << "the runtime gave no two-thread team";
-        EXPECT_FALSE(atMost) << p.what << ": count " << serial << " (work " << p.work(serial) << ")";
-        EXPECT_TRUE(above) << p.what << ": count " << serial + 1 << " (work " << p.work(serial + 1) << ")";
+        if (!kt::expect_threshold_edge(p.what, p.threshold, p.work, p.lastUnwritten))
+            GTEST_SKIP() << "the runtime gave no two-thread team";
     }
 }
 

@@ -12,9 +12,19 @@
 #include <functional>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "kelm.h"
+
+// The 32f or the 64f member of NAME (with suffix SUF) as a function pointer.
+#define KT_PICK(T, NAME, SUF)                   \
+    [] {                                        \
+        if constexpr (std::is_same_v<T, float>) \
+            return &NAME##_32f##SUF;            \
+        else                                    \
+            return &NAME##_64f##SUF;            \
+    }()
 
 namespace kt {
 
@@ -164,6 +174,30 @@ inline void run_in_busy_team(const std::function<void()>& call, bool& usable)
         if (omp_get_thread_num() == 0 && usable) call();
     }
     omp_set_max_active_levels(saved);
+}
+
+// Every description, and how the single-object forms describe what a list
+// member of an array points at.
+constexpr Desc kAllForms[] = {Desc::Contig, Desc::Strided, Desc::Pointer, Desc::List, Desc::ListS2};
+inline bool is_list(Desc d) { return d == Desc::List || d == Desc::ListS2; }
+inline Desc single_form(Desc d) { return d == Desc::List ? Desc::Contig : d == Desc::ListS2 ? Desc::Strided : d; }
+
+// A member's parallel threshold seen from outside: at the largest count whose
+// work measure is at most the threshold the call stays serial, one object
+// more and it goes parallel.  unwritten(count, usable) runs the call where
+// the driver cannot fork (run_in_busy_team) and tells whether the last object
+// was left unwritten.  Returns false when the runtime gave no two-thread team.
+template <class Work, class Unwritten>
+bool expect_threshold_edge(const std::string& what, int threshold, Work work, Unwritten unwritten)
+{
+    int serial = 1;
+    while (work(serial + 1) <= threshold) ++serial;
+    bool usable1 = true, usable2 = true;
+    const bool atMost = unwritten(serial, usable1), above = unwritten(serial + 1, usable2);
+    if (!usable1 || !usable2) return false;
+    EXPECT_FALSE(atMost) << what << ": count " << serial << " (work " << work(serial) << ")";
+    EXPECT_TRUE(above) << what << ": count " << serial + 1 << " (work " << work(serial + 1) << ")";
+    return true;
 }
 
 }  // namespace kt
