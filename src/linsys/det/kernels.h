@@ -35,6 +35,8 @@
 #include <type_traits>
 #include <utility>
 
+#include <xmmintrin.h>
+
 #include "common/check.h"
 #include "common/desc.h"
 #include "common/dispatch.h"
@@ -84,14 +86,14 @@ KELM_DET_INLINE void widen(const LanesF& f, Lanes& d) { d = Lanes{double(f[0]), 
 
 KELM_DET_INLINE void transpose_rows(const float* r0, const float* r1, const float* r2, const float* r3, Lanes* col)
 {
-    const LanesF a = *reinterpret_cast<const RowF*>(r0), b = *reinterpret_cast<const RowF*>(r1);
-    const LanesF c = *reinterpret_cast<const RowF*>(r2), e = *reinterpret_cast<const RowF*>(r3);
-    const LanesF ab0 = __builtin_shuffle(a, b, LaneIdxF{0, 4, 1, 5}), ab1 = __builtin_shuffle(a, b, LaneIdxF{2, 6, 3, 7});
-    const LanesF ce0 = __builtin_shuffle(c, e, LaneIdxF{0, 4, 1, 5}), ce1 = __builtin_shuffle(c, e, LaneIdxF{2, 6, 3, 7});
-    widen(__builtin_shuffle(ab0, ce0, LaneIdxF{0, 1, 4, 5}), col[0]);
-    widen(__builtin_shuffle(ab0, ce0, LaneIdxF{2, 3, 6, 7}), col[1]);
-    widen(__builtin_shuffle(ab1, ce1, LaneIdxF{0, 1, 4, 5}), col[2]);
-    widen(__builtin_shuffle(ab1, ce1, LaneIdxF{2, 3, 6, 7}), col[3]);
+    // SSE unpacks: left to generic shuffles, the compiler turns this into
+    // sixteen single-element loads and inserts, several times slower.
+    __m128 a = _mm_loadu_ps(r0), b = _mm_loadu_ps(r1), c = _mm_loadu_ps(r2), e = _mm_loadu_ps(r3);
+    _MM_TRANSPOSE4_PS(a, b, c, e);
+    widen(LanesF(a), col[0]);
+    widen(LanesF(b), col[1]);
+    widen(LanesF(c), col[2]);
+    widen(LanesF(e), col[3]);
 }
 
 // Rows lo..N-1 of objects k .. k+live-1 as lanes (spare lanes repeat the
