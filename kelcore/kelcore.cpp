@@ -19,21 +19,19 @@ KELCORE_API int kelSetNumThreads(int n)
 
 KELCORE_API int kelGetNumThreads(void) { return threads_omp_of_n_kel; }
 
-KELCORE_API int kelGetMaxCacheSizeB(int* size)
+}  // extern "C"
+
+namespace {
+
+// The largest cache that the first processor uses, from the kernel's
+// description of it.  A virtual machine's C library may instead report the
+// sum of every core complex's last-level cache (ten times what one core can
+// use, seen on a 32 MB part), so the kernel's answer comes first and the C
+// library's only where the kernel has none.
+long largest_cache_bytes()
 {
-    if (!size) return -8;
     long best = 0;
-#ifdef _SC_LEVEL1_DCACHE_SIZE
-    const int names[] = {_SC_LEVEL1_DCACHE_SIZE, _SC_LEVEL2_CACHE_SIZE, _SC_LEVEL3_CACHE_SIZE,
-                         _SC_LEVEL4_CACHE_SIZE};
-    for (int name : names) {
-        long v = sysconf(name);
-        if (v > best) best = v;
-    }
-#endif
-    // Some C libraries do not answer sysconf; the kernel's cache description does.
-    const bool askKernel = best == 0;
-    for (int index = 0; askKernel && index < 8; ++index) {
+    for (int index = 0; index < 8; ++index) {
         char path[96];
         std::snprintf(path, sizeof path, "/sys/devices/system/cpu/cpu0/cache/index%d/size", index);
         if (std::FILE* f = std::fopen(path, "r")) {
@@ -47,7 +45,29 @@ KELCORE_API int kelGetMaxCacheSizeB(int* size)
             std::fclose(f);
         }
     }
-    *size = best > 0x7fffffffL ? 0x7fffffff : static_cast<int>(best);
+#ifdef _SC_LEVEL1_DCACHE_SIZE
+    const int names[] = {_SC_LEVEL1_DCACHE_SIZE, _SC_LEVEL2_CACHE_SIZE, _SC_LEVEL3_CACHE_SIZE,
+                         _SC_LEVEL4_CACHE_SIZE};
+    for (int name : names) {
+        if (best > 0) break;
+        long v = sysconf(name);
+        if (v > best) best = v;
+    }
+#endif
+    return best > 0x7fffffffL ? 0x7fffffffL : best;
+}
+
+}  // namespace
+
+extern "C" {
+
+// Read once: array operations ask at every large call, and the machine's
+// caches do not change while a program runs.
+KELCORE_API int kelGetMaxCacheSizeB(int* size)
+{
+    if (!size) return -8;
+    static const int bytes = static_cast<int>(largest_cache_bytes());
+    *size = bytes;
     return 0;
 }
 

@@ -7,6 +7,7 @@
 #include "common/desc.h"
 #include "common/dispatch.h"
 #include "common/parallel.h"
+#include "common/stream.h"
 
 namespace kelm {
 
@@ -98,11 +99,30 @@ RunOf<T> run_of(const Strided<T, true>& s) { return {&elem_at<T>(s.base)}; }
 // n elements in blocks of 64 bytes: a block's sources are all read, then its
 // destinations written, so in-place use (dst equal to a source) is exact and
 // each block becomes a few full-width vector operations.
+// Four or two consecutive elements of a run as one vector.
+template <class V, class T>
+V lanes_of(const RunOf<T>& r, ptrdiff_t e)
+{
+    return vx::load<V, int(sizeof(V) / sizeof(T))>(r.p + e);
+}
+template <class V, class T>
+V lanes_of(const ValueView<T>& v, ptrdiff_t)
+{
+    return V{} + v.v;
+}
+
+// A run larger than the cache goes to memory by streaming stores, from the
+// first 16-byte boundary of the destination on.
 template <class Op, class T, class X, class Y>
 KELM_WIDE void ew_run(ptrdiff_t n, X x, Y y, T* d)
 {
     constexpr int B = 64 / int(sizeof(T));
     ptrdiff_t e = 0;
+    if (beyond_cache(std::size_t(n) * sizeof(T)) && aligned_to_elements(d)) {
+        for (; !aligned16(d + e); ++e) d[e] = Op::template apply<T>(x[e], y[e]);
+        using V = Quad<T>;
+        e = stream_blocks(d, e, n, [&](ptrdiff_t i) { return Op::template apply<V>(lanes_of<V>(x, i), lanes_of<V>(y, i)); });
+    }
     for (; e + B <= n; e += B) {
         T r[B];
         for (int j = 0; j < B; ++j) r[j] = Op::template apply<T>(x[e + j], y[e + j]);

@@ -14,6 +14,7 @@
 #include "common/check.h"
 #include "common/desc.h"
 #include "common/dispatch.h"
+#include "common/stream.h"
 
 namespace kelm {
 
@@ -89,6 +90,19 @@ inline void copy_run(B* __restrict d, const B* __restrict s, ptrdiff_t n)
     for (ptrdiff_t e = 0; e < n; ++e) d[e] = s[e];
 }
 
+// The same copy with streaming stores from the first 16-byte boundary of the
+// destination on.
+template <class B>
+inline void copy_run_streaming(B* __restrict d, const B* __restrict s, ptrdiff_t n)
+{
+    constexpr int K = 64 / int(sizeof(B));
+    ptrdiff_t e = 0;
+    for (; e < n && !aligned16(d + e); ++e) d[e] = s[e];
+    for (; e + K <= n; e += K) stream64(d + e, s + e);
+    for (; e < n; ++e) d[e] = s[e];
+    stream_fence();
+}
+
 // Copies by runs when it may; false leaves the work to the element loop.
 template <class B>
 KELM_WIDE bool copy_runs(int count, const Strided<B, true> s, const Strided<B, true> d, int h, int w)
@@ -97,9 +111,13 @@ KELM_WIDE bool copy_runs(int count, const Strided<B, true> s, const Strided<B, t
     const ptrdiff_t rowBytes = ptrdiff_t(w) * ptrdiff_t(sizeof(B)), objBytes = rowBytes * h;
     const bool rowsPacked = h == 1 || (s.row == rowBytes && d.row == rowBytes);
     if (rowsPacked && (count == 1 || (s.obj == objBytes && d.obj == objBytes))) {
-        // One run with ordinary vector stores: measured faster here than the
-        // C library's block copy, whose large-size path bypasses the cache.
-        copy_run(&elem_at<B>(d.base), &elem_at<B>(s.base), ptrdiff_t(count) * h * w);
+        // One run: ordinary vector stores while the destination fits the
+        // cache, streaming stores beyond it.
+        const ptrdiff_t n = ptrdiff_t(count) * h * w;
+        if (beyond_cache(std::size_t(n) * sizeof(B)) && aligned_to_elements(&elem_at<B>(d.base)))
+            copy_run_streaming(&elem_at<B>(d.base), &elem_at<B>(s.base), n);
+        else
+            copy_run(&elem_at<B>(d.base), &elem_at<B>(s.base), n);
         return true;
     }
     for (int k = 0; k < count; ++k) {

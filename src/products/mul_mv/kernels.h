@@ -21,6 +21,7 @@
 
 #include "common/types.h"
 #include "common/dispatch.h"
+#include "common/stream.h"
 #include "elementwise/addsub/kernels.h"
 #include "common/vectors.h"
 
@@ -451,8 +452,8 @@ inline void scale_row32(const float* s, float* d, __m128 c)
 }
 
 // A densely packed run of products: single products up to a 16-byte aligned
-// destination, then two 16-byte vectors at a time, single products for the
-// rest.  Every product is the same IEEE multiply whichever part does it.
+// destination, then two 16-byte vectors at a time (streamed past the cache
+// when the run is larger than it), single products for the rest.  Every product is the same IEEE multiply whichever part does it.
 template <class T>
 inline void scale_span(const T* s, T* d, ptrdiff_t n, T val)
 {
@@ -460,6 +461,9 @@ inline void scale_span(const T* s, T* d, ptrdiff_t n, T val)
     constexpr int L = int(sizeof(V) / sizeof(T));
     ptrdiff_t e = 0;
     for (; e < n && (reinterpret_cast<std::uintptr_t>(d + e) & 15) != 0; ++e) d[e] = s[e] * val;
+    if (beyond_cache(std::size_t(n) * sizeof(T)) && aligned16(d + e)) {
+        e = stream_blocks(d, e, n, [&](ptrdiff_t i) { return vx::load<V, L>(s + i) * val; });
+    }
     for (; e + 2 * L <= n; e += 2 * L) {
         vx::store<L>(d + e, vx::load<V, L>(s + e) * val);
         vx::store<L>(d + e + L, vx::load<V, L>(s + e + L) * val);

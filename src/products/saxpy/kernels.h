@@ -18,20 +18,25 @@
 #include "common/desc.h"
 #include "common/dispatch.h"
 #include "common/parallel.h"
+#include "common/stream.h"
 #include "products/mul_mv/kernels.h"  // the matrix-vector kernels, thresholds, serial run and driver
 
 namespace kelm {
 
+// The operations take elements or vectors of elements (lane by lane, the
+// same IEEE operations).
 template <class T>
 struct SaxpyOp {
     T a;
-    T operator()(T x, T y) const { return x * a + y; }
+    template <class V>
+    V operator()(V x, V y) const { return x * a + y; }
 };
 
 template <class T>
 struct LCombOp {
     T a, b;
-    T operator()(T x, T y) const { return x * a + y * b; }
+    template <class V>
+    V operator()(V x, V y) const { return x * a + y * b; }
 };
 
 // Vectors back to back in a contiguous array: the objects form one run.
@@ -42,12 +47,20 @@ bool packed_vectors(const Strided<T, true>& s, int count, int n)
 }
 
 // n elements in blocks of 64 bytes: a block's sources are all read before its
-// destinations are written, so the destination may be either source.
+// destinations are written, so the destination may be either source.  A run
+// larger than the cache is streamed to memory.
 template <class T, class Op>
 static KELM_WIDE void scaled_run(ptrdiff_t n, const Op& op, const T* x, const T* y, T* d)
 {
     constexpr int B = 64 / int(sizeof(T));
     ptrdiff_t e = 0;
+    if (beyond_cache(std::size_t(n) * sizeof(T)) && aligned_to_elements(d)) {
+        using V = Quad<T>;
+        for (; !aligned16(d + e); ++e) d[e] = op(x[e], y[e]);
+        e = stream_blocks(d, e, n, [&](ptrdiff_t i) {
+            return op(vx::load<V, B / 4>(x + i), vx::load<V, B / 4>(y + i));
+        });
+    }
     for (; e + B <= n; e += B) {
         T r[B];
         for (int j = 0; j < B; ++j) r[j] = op(x[e + j], y[e + j]);

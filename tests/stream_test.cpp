@@ -1,0 +1,130 @@
+// Arrays larger than the machine's largest cache: the element-wise, copy,
+// by-constant and Saxpy/LComb runs switch to streaming stores there.  The
+// bits must be those of the in-cache path, whatever the alignment of the
+// destination and in place.
+#include <kelcore.h>
+
+#include "support.h"
+
+namespace {
+
+// Order-4 matrices (16 elements) or 4-vectors (4 elements) packed back to
+// back, enough of them for the destination to exceed the cache.
+template <class T>
+struct Big {
+    int count = 0, objElems = 0;
+    std::vector<T> a, b, d;
+    int shift = 0;  // destination starts shift elements into d: 0 aligned, 1 not
+
+    Big(int objElems_, int shift_) : objElems(objElems_), shift(shift_)
+    {
+        int cache = 0;
+        kelGetMaxCacheSizeB(&cache);
+        const std::size_t bytes = std::size_t(cache) + (std::size_t(1) << 20);
+        count = int(bytes / (sizeof(T) * objElems)) + 3;  // a ragged tail
+        const std::size_t n = std::size_t(count) * objElems;
+        a.resize(n);
+        b.resize(n);
+        d.assign(n + 4, T(-7));
+        std::mt19937 rng(11);
+        std::uniform_real_distribution<double> u(-3, 3);
+        for (std::size_t e = 0; e < n; ++e) a[e] = T(u(rng)), b[e] = T(u(rng));
+    }
+    std::size_t n() const { return std::size_t(count) * objElems; }
+    T* dst() { return d.data() + shift; }
+    int obj() const { return objElems * int(sizeof(T)); }
+    int row() const { return 4 * int(sizeof(T)); }
+};
+
+constexpr int kElem32 = 4, kElem64 = 8;
+
+template <class T>
+constexpr int esz() { return std::is_same_v<T, float> ? kElem32 : kElem64; }
+
+// Every case: name, a call on Big (into dst, or in place into a), and the
+// element-by-element reference.
+template <class T>
+struct Case {
+    const char* name;
+    int objElems;
+    std::function<kelStatus(Big<T>&, T* dst)> call;
+    std::function<T(T, T)> ref;
+};
+
+template <class T>
+std::vector<Case<T>> cases()
+{
+    const T s1 = T(1.5), s2 = T(-0.25);
+    constexpr int e = esz<T>();
+    return {
+        {"Add_mama", 16,
+         [](Big<T>& g, T* d) {
+             return KT_PICK(T, kelmAdd_mama, )(g.a.data(), g.obj(), g.row(), e, g.b.data(), g.obj(), g.row(), e, d,
+                                               g.obj(), g.row(), e, 4, 4, g.count);
+         },
+         [](T x, T y) { return x + y; }},
+        {"Sub_cva", 4,
+         [s1](Big<T>& g, T* d) {
+             return KT_PICK(T, kelmSub_cva, )(g.a.data(), g.obj(), e, s1, d, g.obj(), e, 4, g.count);
+         },
+         [s1](T x, T) { return s1 - x; }},
+        {"Mul_mac", 16,
+         [s1](Big<T>& g, T* d) {
+             return KT_PICK(T, kelmMul_mac, )(g.a.data(), g.obj(), g.row(), e, s1, d, g.obj(), g.row(), e, 4, 4,
+                                              g.count);
+         },
+         [s1](T x, T) { return x * s1; }},
+        {"Copy_ma_SS", 16,
+         [](Big<T>& g, T* d) {
+             return KT_PICK(T, kelmCopy_ma, _SS)(g.a.data(), g.obj(), g.row(), e, d, g.obj(), g.row(), e, 4, 4, g.count);
+         },
+         [](T x, T) { return x; }},
+        {"Saxpy_vava", 4,
+         [s1](Big<T>& g, T* d) {
+             return KT_PICK(T, kelmSaxpy_vava, )(g.a.data(), g.obj(), e, s1, g.b.data(), g.obj(), e, d, g.obj(), e, 4,
+                                                 g.count);
+         },
+         [s1](T x, T y) { return x * s1 + y; }},
+        {"LComb_vava", 4,
+         [s1, s2](Big<T>& g, T* d) {
+             return KT_PICK(T, kelmLComb_vava, )(g.a.data(), g.obj(), e, s1, g.b.data(), g.obj(), e, s2, d, g.obj(), e,
+                                                 4, g.count);
+         },
+         [s1, s2](T x, T y) { return x * s1 + y * s2; }},
+    };
+}
+
+template <class T>
+void check_streamed()
+{
+    int cache = 0;
+    kelGetMaxCacheSizeB(&cache);
+    if (cache <= 0 || cache > (256 << 20)) GTEST_SKIP() << "cache of " << cache << " bytes";
+    kt::Threads one(1);
+    for (const Case<T>& c : cases<T>()) {
+        for (int shift : {0, 1}) {
+            Big<T> g(c.objElems, shift);
+            ASSERT_EQ(c.call(g, g.dst()), kelOk) << c.name;
+            std::size_t bad = 0;
+            for (std::size_t i = 0; i < g.n(); ++i)
+                bad += !kt::same_bits(g.dst()[i], c.ref(g.a[i], g.b[i]));
+            EXPECT_EQ(bad, 0u) << c.name << " shift " << shift;
+            EXPECT_EQ(g.d[g.n() + shift], T(-7)) << c.name << ": written past the end";
+            if (shift) {
+                EXPECT_EQ(g.d[0], T(-7)) << c.name << ": written before the start";
+            }
+        }
+        if (std::string(c.name) == "Copy_ma_SS") continue;  // a copy onto itself is not a copy
+        Big<T> g(c.objElems, 0);
+        const std::vector<T> a0 = g.a;
+        ASSERT_EQ(c.call(g, g.a.data()), kelOk) << c.name << " in place";
+        std::size_t bad = 0;
+        for (std::size_t i = 0; i < g.n(); ++i) bad += !kt::same_bits(g.a[i], c.ref(a0[i], g.b[i]));
+        EXPECT_EQ(bad, 0u) << c.name << " in place";
+    }
+}
+
+TEST(Streamed, BeyondTheCache32f) { check_streamed<float>(); }
+TEST(Streamed, BeyondTheCache64f) { check_streamed<double>(); }
+
+}  // namespace
