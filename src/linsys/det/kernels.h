@@ -96,6 +96,17 @@ KELM_DET_INLINE void transpose_rows(const float* r0, const float* r1, const floa
     widen(LanesF(e), col[3]);
 }
 
+// Rows lo..N-1 of four objects as lanes, element by element.
+template <int N, class V>
+KELM_DET_INLINE void gather_elements(const V& o0, const V& o1, const V& o2, const V& o3, int lo, Lanes (&a)[N][N])
+{
+#pragma GCC unroll 6
+    for (int i = lo; i < N; ++i)
+#pragma GCC unroll 6
+        for (int j = 0; j < N; ++j)
+            a[i][j] = Lanes{double(o0(i, j)), double(o1(i, j)), double(o2(i, j)), double(o3(i, j))};
+}
+
 // Rows lo..N-1 of objects k .. k+live-1 as lanes (spare lanes repeat the
 // last live object).
 template <int N, class D>
@@ -105,14 +116,23 @@ KELM_DET_INLINE void gather(const D& d, ptrdiff_t k, int live, int lo, Lanes (&a
     const auto o1 = d[k + (live > 1 ? 1 : 0)];
     const auto o2 = d[k + (live > 2 ? 2 : live - 1)];
     const auto o3 = d[k + (live > 3 ? 3 : live - 1)];
-    if constexpr (N == 4 && kUnitRows<std::remove_const_t<decltype(o0)>>) {
+    using View = std::remove_const_t<decltype(o0)>;
+    if constexpr (N == 4 && kUnitRows<View>) {
         for (int i = lo; i < N; ++i) transpose_rows(&o0(i, 0), &o1(i, 0), &o2(i, 0), &o3(i, 0), a[i]);
+    } else if constexpr (N == 3 && kUnitRows<View> && std::is_same_v<typename D::Elem, float>) {
+        if (lo == 0 && o0.row == 3 * ptrdiff_t(sizeof(float))) {
+            // Nine floats back to back per object: elements 0-3 and 4-7 of
+            // the four objects turned by two 4x4 transposes, element 8 alone.
+            Lanes c[8];
+            transpose_rows(&o0(0, 0), &o1(0, 0), &o2(0, 0), &o3(0, 0), c);
+            transpose_rows(&o0(0, 0) + 4, &o1(0, 0) + 4, &o2(0, 0) + 4, &o3(0, 0) + 4, c + 4);
+            for (int e = 0; e < 8; ++e) a[e / 3][e % 3] = c[e];
+            a[2][2] = Lanes{double(o0(2, 2)), double(o1(2, 2)), double(o2(2, 2)), double(o3(2, 2))};
+            return;
+        }
+        gather_elements<N>(o0, o1, o2, o3, lo, a);
     } else {
-#pragma GCC unroll 6
-        for (int i = lo; i < N; ++i)
-#pragma GCC unroll 6
-            for (int j = 0; j < N; ++j)
-                a[i][j] = Lanes{double(o0(i, j)), double(o1(i, j)), double(o2(i, j)), double(o3(i, j))};
+        gather_elements<N>(o0, o1, o2, o3, lo, a);
     }
 }
 
