@@ -147,6 +147,8 @@ class _Out:
         return _Op(self.target, self.core, ctype)
 
     def result(self):
+        if self.target is None:  # nothing to compute (an empty stack)
+            self.target = self.out if self.out is not None else np.empty(self.shape, self.dtype)
         if self.out is not None and self.target is not self.out:
             np.copyto(self.out, self.target)
             return self.out

@@ -206,5 +206,5 @@ def _load():
 ffi, lib, core, library_path, header_path, _decls = _load()
 #: {status value: the library's name of the status}
 STATUS_NAMES = status_names(_decls)
-#: names of every function the header declares (operations and kelcore calls)
-FUNCTIONS = tuple(sorted(set(re.findall(r"\b(kel\w+)\s*\(", _decls))))
+#: names of every function the headers declare (operations, visible kernels, kelcore calls)
+FUNCTIONS = tuple(sorted(set(re.findall(r"(\w+)\s*\(", _decls))))
