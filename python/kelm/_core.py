@@ -754,63 +754,114 @@ _SENTINEL = {np.dtype(np.float32): np.uint32(0x7FC04B4D), np.dtype(np.float64): 
 _UINT = {np.dtype(np.float32): np.uint32, np.dtype(np.float64): np.uint64}
 
 
-def _sym(fname, a, vectors):
-    """Runs the symmetric eigen operation over a stack; returns (values,
-    vectors or None) in the library's order.  A matrix the library reports
-    singular still has its results (orders 3 up); the stack is resumed after
-    it.  An order-2 matrix reported singular gets no results from the
-    library and is solved by numpy.linalg for that one object."""
-    n, _ = _matrix_shape(fname, a)
-    batch = a.shape[:-2]
-    count = math.prod(batch)
-    w = np.empty((count, n), a.dtype)
-    v = np.empty((count, n, n), a.dtype) if vectors else None
-    if count == 0:
-        return w, v
-    t, ct = _types(a)
-    s = _Op(a, 2, ct)
-    objects = np.lib.stride_tricks.as_strided(s.a, (count, n, n), (s.obj,) + s.strides, writeable=False)
-    buf = np.empty(n * n, a.dtype)
-    bits = w.view(_UINT[a.dtype])
-    bits[...] = _SENTINEL[a.dtype]
-    name = ("kelmEigenValuesVectorsSym_ma_" if vectors else "kelmEigenValuesSym_ma_") + t
-    fn = _fn(name)
-    item = a.itemsize
-    pending = [(0, count)]
+def _sym_run(fname, fn, name, s, objects, start, cnt, w, v, buf):
+    """Objects start .. start+cnt-1 of the stack ``s`` into w[:cnt] (and
+    v[:cnt]), in the library's order.  A matrix the library reports singular
+    still has its results (orders 3 up); the run resumes after it.  An
+    order-2 matrix reported singular gets no results from the library and is
+    solved by numpy.linalg for that one object.  Returns whether any matrix
+    was reported singular."""
+    n = w.shape[-1]
+    dtype = w.dtype
+    item, ct = dtype.itemsize, _types(w)[1]
+    bits = w.view(_UINT[dtype])
+    bp = ffi.cast(ct, _address(buf))
+    pending = [(0, cnt)]
+    first = True
+    singular = False
     while pending:
-        start, cnt = pending.pop()
-        src = ffi.cast(ct, _address(s.a) + start * s.obj)
-        wp = ffi.cast(ct, _address(w) + start * n * item)
-        bp = ffi.cast(ct, _address(buf))
-        if vectors:
-            vp = ffi.cast(ct, _address(v) + start * n * n * item)
-            st = fn(src, s.obj, *s.strides, bp, vp, n * n * item, n * item, item, wp, n, cnt)
+        lo, c = pending.pop()
+        src = ffi.cast(ct, _address(s.a) + (start + lo) * s.obj)
+        wp = ffi.cast(ct, _address(w) + lo * n * item)
+        if v is not None:
+            vp = ffi.cast(ct, _address(v) + lo * n * n * item)
+            st = fn(src, s.obj, *s.strides, bp, vp, n * n * item, n * item, item, wp, n, c)
         else:
-            st = fn(src, s.obj, *s.strides, bp, wp, n, cnt)
+            st = fn(src, s.obj, *s.strides, bp, wp, n, c)
         if st == 0:
             continue
         if st != _SINGULAR:
             check(st, name, fname)
-        untouched = np.all(bits[start:start + cnt] == _SENTINEL[a.dtype], axis=-1)
+        singular = True
+        if first:
+            # Which objects did the call reach?  Mark them all unwritten and run again.
+            first = False
+            bits[lo:lo + c] = _SENTINEL[dtype]
+            pending.append((lo, c))
+            continue
+        untouched = np.all(bits[lo:lo + c] == _SENTINEL[dtype], axis=-1)
         if untouched[0]:  # the first object ran and wrote nothing: an order-2 singular matrix
-            m = np.array(objects[start])
-            if vectors:
-                w[start], v[start] = np.linalg.eigh(m)
+            m = np.array(objects[start + lo])
+            if v is not None:
+                w[lo], v[lo] = np.linalg.eigh(m)
             else:
-                w[start] = np.linalg.eigvalsh(m)
+                w[lo] = np.linalg.eigvalsh(m)
             untouched[0] = False
         # resume every run of objects the call did not reach
         edges = np.flatnonzero(np.diff(np.concatenate(([0], untouched.astype(np.int8), [0]))))
-        for lo, hi in zip(edges[::2], edges[1::2]):
-            pending.append((start + int(lo), int(hi - lo)))
-    return w, v
+        for a, b in zip(edges[::2], edges[1::2]):
+            pending.append((lo + int(a), int(b - a)))
+    return singular
 
 
-def eigh(a):
+def _flat(x, shape):
+    """``x`` reshaped without a copy, or None."""
+    y = x.view()
+    try:
+        y.shape = shape
+    except AttributeError:
+        return None
+    return y
+
+
+def _sym(fname, a, vectors, w, v):
+    """Eigenvalues ascending (and eigenvectors with them) of a stack into w
+    (and v), in blocks small enough for the cache: the library writes a
+    block into scratch memory and the block is reordered from there into
+    the results."""
+    n = a.shape[-1]
+    count = math.prod(a.shape[:-2])
+    if count == 0:
+        return
+    wf, vf = _flat(w, (count, n)), (_flat(v, (count, n, n)) if vectors else None)
+    if wf is None or (vectors and vf is None):  # results in a layout numpy cannot flatten
+        _sym(fname, a, vectors, np.empty(w.shape, w.dtype), np.empty(v.shape, v.dtype) if vectors else None)
+        return
+    w, v = wf, vf
+    t, ct = _types(a)
+    s = _Op(a, 2, ct)
+    objects = np.lib.stride_tricks.as_strided(s.a, (count, n, n), (s.obj,) + s.strides, writeable=False)
+    name = ("kelmEigenValuesVectorsSym_ma_" if vectors else "kelmEigenValuesSym_ma_") + t
+    fn = _fn(name)
+    block = min(count, max(1024, (1 << 20) // ((n * n + n) * a.itemsize)))
+    ws = np.empty((block, n), a.dtype)
+    vs = np.empty((block, n, n), a.dtype) if vectors else None
+    buf = np.empty(n * n, a.dtype)
+    for start in range(0, count, block):
+        cnt = min(block, count - start)
+        singular = _sym_run(fname, fn, name, s, objects, start, cnt, ws, vs, buf)
+        wb, vb = ws[:cnt], (vs[:cnt] if vectors else None)
+        # From order 3 the values come descending, except the values-only
+        # operation's for a matrix reported singular; order 2 has its own order.
+        descending = n >= 3 and (vectors or not singular)
+        if descending or (n > 1 and np.all(wb[:, :-1] >= wb[:, 1:])):
+            w[start:start + cnt] = wb[:, ::-1]
+            if vectors:
+                for j in range(n):  # column by column: faster than one reversed copy
+                    v[start:start + cnt, :, j] = vb[:, :, n - 1 - j]
+        else:
+            order = np.argsort(wb, axis=-1, kind="stable")
+            w[start:start + cnt] = np.take_along_axis(wb, order, -1)
+            if vectors:
+                v[start:start + cnt] = np.take_along_axis(vb, order[:, None, :], -1)
+
+
+def eigh(a, out=None):
     """Eigenvalues (ascending) and orthonormal eigenvectors (columns) of a
     stack of real symmetric matrices (..., n, n), numpy.linalg.eigh's
     conventions except that the whole matrix is read: it must be symmetric
-    (numpy reads one triangle).
+    (numpy reads one triangle).  ``out`` may be a pair of arrays
+    (eigenvalues, eigenvectors) of any layout; they must not overlap ``a``.
 
     The library reports a matrix whose eigenvalues' product is at most the
     machine epsilon as singular but still computes its results (orders 3
@@ -820,27 +871,31 @@ def eigh(a):
     not converge raises numpy.linalg.LinAlgError (``kelErrNotConverged``)."""
     (a,) = _floats("eigh", a)
     _matrix_shape("eigh", a)
-    w, v = _sym("eigh", a, True)
-    w, v = _ascending(w, v)
-    n = a.shape[-1]
-    return EighResult(w.reshape(a.shape[:-1]), v.reshape(a.shape[:-2] + (n, n)))
+    if out is None:
+        out = (None, None)
+    if not isinstance(out, tuple) or len(out) != 2:
+        raise TypeError("kelm.eigh: out must be a pair (eigenvalues, eigenvectors)")
+    w = _Out("eigh", out[0], a.shape[:-1], a.dtype, 1, (a,))
+    v = _Out("eigh", out[1], a.shape, a.dtype, 2, (a,))
+    wo, vo = out
+    if (any(o is not None and np.may_share_memory(o, a) for o in out)
+            or (wo is not None and vo is not None and np.may_share_memory(wo, vo))):
+        raise ValueError("kelm.eigh: out overlaps the matrices or the other output")
+    w, v = w.result(), v.result()  # the caller's arrays or fresh ones: written block by block
+    _sym("eigh", a, True, w, v)
+    return EighResult(w, v)
 
 
-def eigvalsh(a):
+def eigvalsh(a, out=None):
     """Eigenvalues (ascending) of a stack of real symmetric matrices; see
     :func:`eigh` for the library's singular and convergence rules."""
     (a,) = _floats("eigvalsh", a)
     _matrix_shape("eigvalsh", a)
-    w, _ = _sym("eigvalsh", a, False)
-    return np.sort(w, axis=-1).reshape(a.shape[:-1])
-
-
-def _ascending(w, v):
-    """Values ascending, vectors' columns with them."""
-    if w.shape[-1] > 1 and np.all(w[:, :-1] >= w[:, 1:]):  # the library's usual descending order
-        return np.ascontiguousarray(w[:, ::-1]), np.ascontiguousarray(v[:, :, ::-1])
-    order = np.argsort(w, axis=-1, kind="stable")
-    return np.take_along_axis(w, order, -1), np.take_along_axis(v, order[:, None, :], -1)
+    w = _Out("eigvalsh", out, a.shape[:-1], a.dtype, 1, (a,)).result()
+    if out is not None and np.may_share_memory(out, a):
+        raise ValueError("kelm.eigvalsh: out overlaps the matrices")
+    _sym("eigvalsh", a, False, w, None)
+    return w
 
 
 def _bufsize(n, dtype, vectors):

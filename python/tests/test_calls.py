@@ -111,6 +111,8 @@ def _outs(rng, dtype):
         "solve": (lambda out: kelm.solve(m, v, out=out), (6, 4)),
         "lu_solve": (lambda out: kelm.lu_solve(kelm.lu_factor(m), v, out=out), (6, 4)),
         "cho_solve": (lambda out: kelm.cho_solve(kelm.cho_factor(s), v, out=out), (6, 4)),
+        "eigvalsh": (lambda out: kelm.eigvalsh(s, out=out), (6, 4)),
+        "eigh vectors": (lambda out: kelm.eigh(s, out=(None, out))[1], (6, 4, 4)),
     }
 
 
@@ -126,6 +128,7 @@ def test_out_receives_the_result_and_nothing_else(dtype, view, rng):
         assert r is out and np.shares_memory(r, out), name
         np.testing.assert_array_equal(out, expected, err_msg=name)
         if view == "sliced":
+            assert np.shares_memory(r, big), name
             rest = big.copy()
             rest[(slice(None, None, 2),) * len(shape)] = -7.0
             assert np.all(rest == -7.0), name
@@ -162,6 +165,8 @@ def _errors(rng):
         ("out dtype", TypeError, lambda o: kelm.inv(m, out=o), out((4, 3, 3), np.float32)),
         ("out not an array", TypeError, lambda o: kelm.det(m, out=[0.0] * 4), out(4)),
         ("out shape", ValueError, lambda o: kelm.matmul(m, m, out=o), out((4, 3, 4))),
+        ("eigh out pair", TypeError, lambda o: kelm.eigh(m, out=o), out((4, 3, 3))),
+        ("eigh out overlaps", ValueError, lambda o: kelm.eigh(m, out=(o[:, 0], o)), out((4, 3, 3))),
         ("read-only out", ValueError, lambda o: kelm.inv(m, out=o), ro),
         ("not square", ValueError, lambda o: kelm.det(m[:, :2], out=o), out(4)),
         ("inner sizes", ValueError, lambda o: kelm.matmul(m, m[:, :2], out=o), out((4, 3, 3))),
