@@ -48,6 +48,7 @@ def workloads(count, dtype, rng):
     lu = np.empty((count, n, n), dtype)
     idx = np.empty((count, n), np.intc)
     vals = np.empty((count, n), dtype)
+    vals2, dm2 = np.empty_like(vals), np.empty_like(dm)
     f = lambda name: getattr(lib, "kelm%s_%s" % (name, t))
 
     def raw_solve():
@@ -65,8 +66,8 @@ def workloads(count, dtype, rng):
         "inv": (lambda: np.linalg.inv(a), lambda: kelm.inv(a, out=dm),
                 lambda: f("Invert_ma")(p(a), obj, row, item, p(buf), p(dm), obj, row, item, n, count)),
         "solve": (lambda: np.linalg.solve(a, v), lambda: kelm.solve(a, v, out=dv), raw_solve),
-        "solve (inv+mul)": (None, None, raw_solve_inv),
-        "eigh": (lambda: np.linalg.eigh(s), lambda: kelm.eigh(s),
+        "solve: inv + matvec": (None, None, raw_solve_inv),
+        "eigh": (lambda: np.linalg.eigh(s), lambda: kelm.eigh(s, out=(vals2, dm2)),
                  lambda: f("EigenValuesVectorsSym_ma")(p(s), obj, row, item, p(buf), p(dm), obj, row, item,
                                                        p(vals), n, count)),
         "matmul": (lambda: np.matmul(a, b), lambda: kelm.matmul(a, b, out=dm),
@@ -91,7 +92,7 @@ def main():
     rng = np.random.default_rng(1)
     for dtype in (np.float64, np.float32):
         for name, (npf, kf, rf) in workloads(args.count, dtype, rng).items():
-            if args.only and name.split()[0] not in args.only.split(","):
+            if args.only and name.split()[0].rstrip(":") not in args.only.split(","):
                 continue
             tr = best(rf, args.repeat)
             tk = best(kf, args.repeat) if kf else None

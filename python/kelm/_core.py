@@ -493,8 +493,12 @@ def inv(a, out=None):
     ``out`` before the failing one are written, the others are not to be
     used; without ``out`` nothing is returned."""
     (a,) = _floats("inv", a)
-    n, _ = _matrix_shape("inv", a)
-    dst = _Out("inv", out, a.shape, a.dtype, 2, (a,))
+    return _inv("inv", a, out)
+
+
+def _inv(fname, a, out):
+    n, _ = _matrix_shape(fname, a)
+    dst = _Out(fname, out, a.shape, a.dtype, 2, (a,))
     if 0 in a.shape[:-2]:
         return dst.result()
     t, ct = _types(a)
@@ -502,7 +506,7 @@ def inv(a, out=None):
     buf = np.empty(n * (n + 1), a.dtype)
     name = "kelmInvert_ma_" + t
     check(_fn(name)(s.ptr, s.obj, *s.strides, ffi.cast(ct, _address(buf)), d.ptr, d.obj, *d.strides, n,
-                    s.count), name, "inv")
+                    s.count), name, fname)
     return dst.result()
 
 
@@ -631,16 +635,24 @@ def lu_solve(lu_and_index, b, out=None):
 def solve(a, b, out=None):
     """Solves A x = b for a stack of square matrices (..., n, n); ``b`` is a
     stack of vectors (..., n) (numpy 1.x's rule: b.ndim == a.ndim - 1, or b
-    1-D) or of matrices (..., n, k).  LU decomposition with partial pivoting
-    and back substitution (see :func:`lu_factor` for when a matrix counts as
-    singular: numpy.linalg.LinAlgError)."""
+    1-D) or of matrices (..., n, k).
+
+    Orders 3 to 6: LU decomposition with partial pivoting and back
+    substitution; a matrix is singular (numpy.linalg.LinAlgError) only when
+    a pivot falls below twice the smallest normal number.  Other orders: the
+    inverse (see :func:`inv`) times b, because the LU decomposition of those
+    orders refuses any pivot below the machine epsilon, an absolute test
+    that would turn well-conditioned matrices of small scale away."""
     a, b = _floats("solve", a, b)
     n, _ = _matrix_shape("solve", a)
-    _rhs("solve", a.shape[:-2], n, b)
+    vec = _rhs("solve", a.shape[:-2], n, b)
+    core = 1 if vec else 2
+    batch = np.broadcast_shapes(a.shape[:-2], b.shape[:b.ndim - core])
     if out is not None:  # validate before any work
-        core = 1 if (b.ndim == a.ndim - 1 or b.ndim == 1) else 2
-        batch = np.broadcast_shapes(a.shape[:-2], b.shape[:b.ndim - core])
         _Out("solve", out, batch + b.shape[b.ndim - core:], b.dtype, core)
+    if not 3 <= n <= 6:
+        ai = _inv("solve", a, None)
+        return (_mul_mv if vec else _mul_mm)("solve", ai, b, out)
     f = _lu("solve", a)
     return _backsubst("solve", "LUBackSubst", f.lu, f.index, b, out)
 
