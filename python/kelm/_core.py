@@ -638,7 +638,7 @@ def solve(a, b, out=None):
     1-D) or of matrices (..., n, k).
 
     Orders 3 to 6: LU decomposition with partial pivoting and back
-    substitution; a matrix is singular (numpy.linalg.LinAlgError) only when
+    substitution, block by block; a matrix is singular (numpy.linalg.LinAlgError) only when
     a pivot falls below twice the smallest normal number.  Other orders: the
     inverse (see :func:`inv`) times b, because the LU decomposition of those
     orders refuses any pivot below the machine epsilon, an absolute test
@@ -647,14 +647,36 @@ def solve(a, b, out=None):
     n, _ = _matrix_shape("solve", a)
     vec = _rhs("solve", a.shape[:-2], n, b)
     core = 1 if vec else 2
-    batch = np.broadcast_shapes(a.shape[:-2], b.shape[:b.ndim - core])
-    if out is not None:  # validate before any work
-        _Out("solve", out, batch + b.shape[b.ndim - core:], b.dtype, core)
+    a, b, batch = _broadcast("solve", a, 2, b, core)
+    dst = _Out("solve", out, b.shape, b.dtype, core, (a, b))
+    if 0 in b.shape:
+        return dst.result()
     if not 3 <= n <= 6:
         ai = _inv("solve", a, None)
         return (_mul_mv if vec else _mul_mm)("solve", ai, b, out)
-    f = _lu("solve", a)
-    return _backsubst("solve", "LUBackSubst", f.lu, f.index, b, out)
+    # Blocks of objects small enough for the cache: each block's factor is
+    # written to scratch memory and read back at once by the substitution.
+    t, ct = _types(a)
+    x, y, d = _Op(a, 2, ct), _Op(b, core, ct), dst.op(ct)
+    item = a.itemsize
+    block = min(x.count, max(256, (1 << 20) // (n * n * item + n * 4)))
+    lu = _Op(np.empty((block, n, n), a.dtype), 2, ct)
+    index = np.empty((block, n), np.intc)
+    ip = ffi.cast("int *", _address(index))
+    dec, dname = _fn("kelmLUDecomp_ma_" + t), "kelmLUDecomp_ma_" + t
+    sub, sname = _fn("kelmLUBackSubst_mava_" + t), "kelmLUBackSubst_mava_" + t
+    cols = [0] if vec else [j * y.a.strides[-1] for j in range(b.shape[-1])]
+    dcols = [0] if vec else [j * d.a.strides[-1] for j in range(b.shape[-1])]
+    for start in range(0, x.count, block):
+        cnt = min(block, x.count - start)
+        src = ffi.cast(ct, _address(x.a) + start * x.obj)
+        check(dec(src, x.obj, *x.strides, ip, lu.ptr, lu.obj, *lu.strides, n, cnt), dname, "solve")
+        for cy, cd in zip(cols, dcols):
+            yp = ffi.cast(ct, _address(y.a) + start * y.obj + cy)
+            dp = ffi.cast(ct, _address(d.a) + start * d.obj + cd)
+            check(sub(lu.ptr, lu.obj, *lu.strides, ip, yp, y.obj, y.strides[0], dp, d.obj, d.strides[0], n, cnt),
+                  sname, "solve")
+    return dst.result()
 
 
 class CholeskyFactor(tuple):

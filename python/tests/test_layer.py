@@ -322,3 +322,23 @@ def test_det_closed_forms_are_exact_where_minors_cancel():
     """Order 3: the exact determinant is 1, numpy's elimination loses it."""
     a = np.array([[1e8, 1e8 + 1, 0.0], [1e8 - 1, 1e8, 0.0], [0.0, 0.0, 1.0]])
     assert kelm.det(a) == 1.0
+
+
+@pytest.mark.parametrize("dtype", DTYPES, ids=["32f", "64f"])
+def test_long_stacks_go_in_blocks_with_the_same_bits(dtype, rng):
+    """solve and eigh work through long stacks block by block: the bits of
+    one whole-stack call, singular matrices at the block edges included."""
+    n, count = 4, 20000
+    a = mats(rng, count, n).astype(dtype)
+    b = vecs(rng, count, n).astype(dtype)
+    bm = mats(rng, count, n, 2).astype(dtype)
+    f = kelm.lu_factor(a)
+    np.testing.assert_array_equal(kelm.solve(a, b), kelm.lu_solve(f, b))
+    np.testing.assert_array_equal(kelm.solve(a, bm), kelm.lu_solve(f, bm))
+    s = sym(rng, count, n)
+    for k in (0, 6552, 6553, 6554, 13106, 19999):
+        s[k] = 0
+        s[k + 1 if k < count - 1 else k - 1, :, 0] = s[k + 1 if k < count - 1 else k - 1, :, 1]
+    s = (s + np.swapaxes(s, -1, -2)) / 2
+    s = s.astype(dtype)
+    _chk_eigh([s.astype(np.float64)], kelm.eigh(s), n, eps(dtype))
