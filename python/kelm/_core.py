@@ -637,12 +637,18 @@ def solve(a, b, out=None):
     stack of vectors (..., n) (numpy 1.x's rule: b.ndim == a.ndim - 1, or b
     1-D) or of matrices (..., n, k).
 
-    Orders 3 to 6: LU decomposition with partial pivoting and back
-    substitution, block by block; a matrix is singular (numpy.linalg.LinAlgError) only when
-    a pivot falls below twice the smallest normal number.  Other orders: the
-    inverse (see :func:`inv`) times b, because the LU decomposition of those
-    orders refuses any pivot below the machine epsilon, an absolute test
-    that would turn well-conditioned matrices of small scale away."""
+    x is the inverse of A (:func:`inv`) times b, block by block.  The
+    inverse's singular test is reliable where the LU decomposition's is
+    not: orders 3 to 6 compare a determinant computed in wider precision
+    and rounded once, so an exactly singular matrix raises
+    numpy.linalg.LinAlgError (numpy would return huge values), while the LU
+    test there only catches pivots below twice the smallest normal number,
+    and at other orders refuses any pivot below the machine epsilon, which
+    turns well-conditioned matrices of small scale away.  The price is the
+    determinant's absolute bound: a matrix whose determinant is below
+    2*n^3 times the smallest normal number counts as singular (float32
+    4x4 matrices with entries near 1e-9, float64 near 1e-77).  For the LU
+    route use :func:`lu_factor` and :func:`lu_solve`."""
     a, b = _floats("solve", a, b)
     n, _ = _matrix_shape("solve", a)
     vec = _rhs("solve", a.shape[:-2], n, b)
@@ -651,31 +657,29 @@ def solve(a, b, out=None):
     dst = _Out("solve", out, b.shape, b.dtype, core, (a, b))
     if 0 in b.shape:
         return dst.result()
-    if not 3 <= n <= 6:
-        ai = _inv("solve", a, None)
-        return (_mul_mv if vec else _mul_mm)("solve", ai, b, out)
-    # Blocks of objects small enough for the cache: each block's factor is
-    # written to scratch memory and read back at once by the substitution.
+    # Blocks of objects small enough for the cache: each block's inverses are
+    # written to scratch memory and read back at once by the product.
     t, ct = _types(a)
     x, y, d = _Op(a, 2, ct), _Op(b, core, ct), dst.op(ct)
     item = a.itemsize
-    block = min(x.count, max(256, (1 << 20) // (n * n * item + n * 4)))
-    lu = _Op(np.empty((block, n, n), a.dtype), 2, ct)
-    index = np.empty((block, n), np.intc)
-    ip = ffi.cast("int *", _address(index))
-    dec, dname = _fn("kelmLUDecomp_ma_" + t), "kelmLUDecomp_ma_" + t
-    sub, sname = _fn("kelmLUBackSubst_mava_" + t), "kelmLUBackSubst_mava_" + t
-    cols = [0] if vec else [j * y.a.strides[-1] for j in range(b.shape[-1])]
-    dcols = [0] if vec else [j * d.a.strides[-1] for j in range(b.shape[-1])]
+    block = min(x.count, max(256, (1 << 20) // (n * n * item)))
+    ai = _Op(np.empty((block, n, n), a.dtype), 2, ct)
+    buf = ffi.cast(ct, _address(np.empty(n * (n + 1), a.dtype)))
+    iname = "kelmInvert_ma_" + t
+    mname = ("kelmMul_mava_" if vec else "kelmMul_mama_") + t
+    inv_, mul = _fn(iname), _fn(mname)
+    k = 1 if vec else b.shape[-1]
     for start in range(0, x.count, block):
         cnt = min(block, x.count - start)
         src = ffi.cast(ct, _address(x.a) + start * x.obj)
-        check(dec(src, x.obj, *x.strides, ip, lu.ptr, lu.obj, *lu.strides, n, cnt), dname, "solve")
-        for cy, cd in zip(cols, dcols):
-            yp = ffi.cast(ct, _address(y.a) + start * y.obj + cy)
-            dp = ffi.cast(ct, _address(d.a) + start * d.obj + cd)
-            check(sub(lu.ptr, lu.obj, *lu.strides, ip, yp, y.obj, y.strides[0], dp, d.obj, d.strides[0], n, cnt),
-                  sname, "solve")
+        check(inv_(src, x.obj, *x.strides, buf, ai.ptr, ai.obj, *ai.strides, n, cnt), iname, "solve")
+        yp = ffi.cast(ct, _address(y.a) + start * y.obj)
+        dp = ffi.cast(ct, _address(d.a) + start * d.obj)
+        if vec:
+            st = mul(ai.ptr, ai.obj, *ai.strides, n, n, yp, y.obj, y.strides[0], n, dp, d.obj, d.strides[0], cnt)
+        else:
+            st = mul(ai.ptr, ai.obj, *ai.strides, n, n, yp, y.obj, *y.strides, k, n, dp, d.obj, *d.strides, cnt)
+        check(st, mname, "solve")
     return dst.result()
 
 

@@ -198,7 +198,7 @@ def test_statuses_raise_with_their_names(dtype):
     cases = [
         (lambda: kelm.inv(z), "kelErrSingular", "kelmInvert_ma_" + t, "inv"),
         (lambda: kelm.lu_factor(z), "kelErrSingular", "kelmLUDecomp_ma_" + t, "lu_factor"),
-        (lambda: kelm.solve(z, z[..., 0]), "kelErrSingular", "kelmLUDecomp_ma_" + t, "solve"),
+        (lambda: kelm.solve(z, z[..., 0]), "kelErrSingular", "kelmInvert_ma_" + t, "solve"),
         (lambda: kelm.solve(z[:, :2, :2], z[..., :2, 0]), "kelErrSingular", "kelmInvert_ma_" + t, "solve"),
         (lambda: kelm.cho_factor(neg), "kelErrNotPosDef", "kelmCholeskyDecomp_ma_" + t, "cho_factor"),
         (lambda: kelm.qr(z), "kelErrTinyDivisor", "kelmQRDecomp_ma_" + t, "qr"),
