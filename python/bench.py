@@ -21,13 +21,18 @@ import kelm  # noqa: E402
 ffi, lib = kelm.raw.ffi, kelm.raw.lib
 
 
-def best(fn, repeat):
-    times = []
+def best(fns, repeat):
+    """Best wall time of each function, the functions called in turn so that
+    a busy spell of the machine weighs on all of them alike."""
+    times = [float("inf")] * len(fns)
     for _ in range(repeat):
-        t = time.perf_counter()
-        fn()
-        times.append(time.perf_counter() - t)
-    return min(times)
+        for i, fn in enumerate(fns):
+            if fn is None:
+                continue
+            t = time.perf_counter()
+            fn()
+            times[i] = min(times[i], time.perf_counter() - t)
+    return [t if t != float("inf") else None for t in times]
 
 
 def workloads(count, dtype, rng):
@@ -79,7 +84,7 @@ def workloads(count, dtype, rng):
 def main():
     ap = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
     ap.add_argument("--count", type=int, default=10**6)
-    ap.add_argument("--repeat", type=int, default=3)
+    ap.add_argument("--repeat", type=int, default=7)
     ap.add_argument("--threads", type=int, default=None)
     ap.add_argument("--only", default=None, help="comma-separated operation names")
     args = ap.parse_args()
@@ -94,9 +99,8 @@ def main():
         for name, (npf, kf, rf) in workloads(args.count, dtype, rng).items():
             if args.only and name.split()[0].rstrip(":") not in args.only.split(","):
                 continue
-            tr = best(rf, args.repeat)
-            tk = best(kf, args.repeat) if kf else None
-            tn = best(npf, max(1, args.repeat - 1)) if npf else None
+            tk, tr = best([kf, rf], args.repeat)
+            (tn,) = best([npf], max(1, args.repeat // 2))
             cell = lambda x: "%.1f" % (1e3 * x) if x is not None else "-"
             ratio = lambda x, y: "%.2f" % (x / y) if x is not None and y is not None else "-"
             print("| %s | %s | %s | %s | %s | %s | %s |" % (name, np.dtype(dtype).name, cell(tn), cell(tk), cell(tr),

@@ -489,9 +489,9 @@ def inv(a, out=None):
     smallest normal number raises numpy.linalg.LinAlgError
     (``kelErrSingular``); float64 orders 3 and 4 with contiguous rows use
     4*n^3 times it.  Nearly singular matrices above that bound are inverted
-    (with large entries), as numpy does.  On that error the matrices of
-    ``out`` before the failing one are written, the others are not to be
-    used; without ``out`` nothing is returned."""
+    (with large entries), as numpy does.  After that error the contents of
+    ``out`` are unspecified (the library stops at the failing matrix, its
+    other threads do not); without ``out`` nothing is returned."""
     (a,) = _floats("inv", a)
     return _inv("inv", a, out)
 
@@ -629,6 +629,8 @@ def lu_solve(lu_and_index, b, out=None):
     index = np.asarray(index)
     if index.shape != lu.shape[:-1] or index.dtype.kind not in "iu":
         raise ValueError("kelm.lu_solve: index of shape %s and an integer type expected" % (lu.shape[:-1],))
+    if index.size and (index.min() < 0 or index.max() >= lu.shape[-1]):
+        raise ValueError("kelm.lu_solve: index entries must lie in 0 .. n-1")
     return _backsubst("lu_solve", "LUBackSubst", lu, index, b, out)
 
 

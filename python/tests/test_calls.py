@@ -176,6 +176,8 @@ def _errors(rng):
         ("wide qr", ValueError, lambda o: kelm.qr(m[:, :2]), None),
         ("empty matrices", ValueError, lambda o: kelm.inv(np.zeros((4, 0, 0)), out=o), out((4, 0, 0))),
         ("norm ord", ValueError, lambda o: kelm.norm(v, ord=1, out=o), out(4)),
+        ("index out of range", ValueError,
+         lambda o: kelm.lu_solve(kelm.LUFactor(m, np.full((4, 3), 3, np.intc)), v, out=o), out((4, 3))),
         ("singular solve", np.linalg.LinAlgError, lambda o: kelm.solve(np.zeros((4, 3, 3)), v, out=o), out((4, 3))),
     ]
 
