@@ -87,7 +87,7 @@ class _Op:
 
     __slots__ = ("a", "count", "obj", "strides", "ptr")
 
-    def __init__(self, a, core, ctype, copy_ok=True):
+    def __init__(self, a, core, ctype):
         d = _describe(a, core)
         if d is None:
             a = np.array(a, order="C", copy=True)
@@ -584,7 +584,7 @@ def _rhs(fname, a_batch, n, b):
     return False
 
 
-def _backsubst(fname, op, factor, index, b, out, extra=()):
+def _backsubst(fname, op, factor, index, b, out):
     """Runs op's mava back substitution for every right-hand side column."""
     n = factor.shape[-1]
     vec = _rhs(fname, factor.shape[:-2], n, b)
@@ -608,7 +608,6 @@ def _backsubst(fname, op, factor, index, b, out, extra=()):
     if index is not None:
         index = np.ascontiguousarray(index, np.intc)
         pre += (ffi.cast("int *", _address(index)),)
-    pre += extra
     if vec:
         check(fn(*pre, y.ptr, y.obj, y.strides[0], d.ptr, d.obj, d.strides[0], n, f.count), name, fname)
     else:
@@ -666,7 +665,8 @@ def solve(a, b, out=None):
     item = a.itemsize
     block = min(x.count, max(256, (1 << 20) // (n * n * item)))
     ai = _Op(np.empty((block, n, n), a.dtype), 2, ct)
-    buf = ffi.cast(ct, _address(np.empty(n * (n + 1), a.dtype)))
+    scratch = np.empty(n * (n + 1), a.dtype)
+    buf = ffi.cast(ct, _address(scratch))
     iname = "kelmInvert_ma_" + t
     mname = ("kelmMul_mava_" if vec else "kelmMul_mama_") + t
     inv_, mul = _fn(iname), _fn(mname)
