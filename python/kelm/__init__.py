@@ -14,7 +14,7 @@ from ._core import (
     eigh, eigvalsh, EighResult, eig, eigvals, EigResult,
     set_num_threads, get_num_threads, library_version,
 )
-from . import _raw as raw
+from . import raw
 
 __all__ = [
     "add", "subtract", "matmul", "matvec", "transpose", "dot", "vecdot", "cross", "norm", "trace",

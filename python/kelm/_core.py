@@ -6,7 +6,7 @@ import math
 
 import numpy as np
 
-from . import _raw
+from . import raw as _raw
 from ._errors import check
 
 ffi, lib = _raw.ffi, _raw.lib

@@ -2,7 +2,7 @@
 
 import numpy as np
 
-from . import _raw
+from . import raw as _raw
 
 # Statuses that describe the data (a singular matrix, a failed iteration)
 # rather than the call; they raise numpy.linalg.LinAlgError as numpy does.

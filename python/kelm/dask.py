@@ -7,6 +7,8 @@ call.  Worker processes import ``kelm`` themselves: they must find the
 package and the library (set ``KELM_LIBRARY`` in the workers' environment,
 ``LocalCluster(env={"KELM_LIBRARY": ...})``)."""
 
+import functools
+
 import dask.array as da
 import numpy as np
 
@@ -60,13 +62,17 @@ def _eigh(a):
 _BLOCK = {"eig": _eig, "eigvals": _eigvals, "qr": _qr, "eigh": _eigh}
 
 
-def apply(name, *arrays, signature=None):
+def apply(name, *arrays, signature=None, **kwargs):
     """Applies ``kelm.<name>`` blockwise to dask arrays shaped (..., core):
-    a dask array, or a tuple of them for several results.  Complex
-    eigen results are always complex (NumPy's real-when-possible rule would
-    differ from block to block)."""
+    a dask array, or a tuple of them for several results.  Keyword
+    arguments go to the function (``signature`` must then describe its
+    results, e.g. ``apply("norm", x, axis=(-2, -1), signature="(m,n)->()")``).
+    Complex eigen results are always complex (NumPy's real-when-possible
+    rule would differ from block to block)."""
     sig = signature or _SIGNATURES[name]
     func = _BLOCK.get(name, getattr(_core, name))
+    if kwargs:
+        func = functools.partial(func, **kwargs)
     arrays = [da.asarray(x) for x in arrays]
     dtype = np.result_type(*[x.dtype for x in arrays])
     nout = sig.split("->")[1].count("(")

@@ -44,6 +44,7 @@ def test_blockwise_results_equal_single_process(client, dtype):
         "matvec": (kd.matvec(x, y), kelm.matvec(a, v)),
         "eigvalsh": (kd.eigvalsh(z), kelm.eigvalsh(s)),
         "norm": (kd.norm(y), kelm.norm(v)),
+        "frobenius": (kd.apply("norm", x, axis=(-2, -1), signature="(m,n)->()"), kelm.norm(a, axis=(-2, -1))),
     }
     for name, (lazy, ref) in cases.items():
         np.testing.assert_array_equal(lazy.compute(), ref, err_msg=name)

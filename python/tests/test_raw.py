@@ -11,7 +11,7 @@ import numpy as np
 import pytest
 
 import kelm
-from kelm import _raw
+from kelm import raw as _raw
 from conftest import PACKAGE_DIR
 
 
