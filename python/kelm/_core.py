@@ -13,6 +13,10 @@ ffi, lib = _raw.ffi, _raw.lib
 _INT_MAX = 2**31 - 1
 _SUFFIX = {np.dtype(np.float32): ("32f", "float *"), np.dtype(np.float64): ("64f", "double *")}
 _COMPLEX = {np.dtype(np.float32): np.complex64, np.dtype(np.float64): np.complex128}
+# Scratch memory per block of the blocked operations (solve, eigh): small
+# enough to stay in cache, large enough that a block's parallel region is
+# worth its start.
+_BLOCK_BYTES = 4 << 20
 _SINGULAR = next(v for v, n in _raw.STATUS_NAMES.items() if n == "kelErrSingular")
 
 EighResult = namedtuple("EighResult", "eigenvalues eigenvectors")
@@ -663,7 +667,7 @@ def solve(a, b, out=None):
     t, ct = _types(a)
     x, y, d = _Op(a, 2, ct), _Op(b, core, ct), dst.op(ct)
     item = a.itemsize
-    block = min(x.count, max(256, (1 << 20) // (n * n * item)))
+    block = min(x.count, max(256, _BLOCK_BYTES // (n * n * item)))
     ai = _Op(np.empty((block, n, n), a.dtype), 2, ct)
     scratch = np.empty(n * (n + 1), a.dtype)
     buf = ffi.cast(ct, _address(scratch))
@@ -873,7 +877,7 @@ def _sym(fname, a, vectors, w, v):
     objects = np.lib.stride_tricks.as_strided(s.a, (count, n, n), (s.obj,) + s.strides, writeable=False)
     name = ("kelmEigenValuesVectorsSym_ma_" if vectors else "kelmEigenValuesSym_ma_") + t
     fn = _fn(name)
-    block = min(count, max(1024, (1 << 20) // ((n * n + n) * a.itemsize)))
+    block = min(count, max(1024, _BLOCK_BYTES // ((n * n + n) * a.itemsize)))
     ws = np.empty((block, n), a.dtype)
     vs = np.empty((block, n, n), a.dtype) if vectors else None
     buf = np.empty(n * n, a.dtype)
