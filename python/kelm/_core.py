@@ -752,7 +752,7 @@ def qr(a, mode="reduced"):
     """QR decomposition of a stack of (..., m, n) matrices with m >= n by
     Householder reflections: ``mode`` 'reduced' gives Q (..., m, n) and
     R (..., n, n), 'complete' Q (..., m, m) and R (..., m, n), 'r' only R.
-    R's diagonal carries the signs the reflections give (as LAPACK's).
+    R's diagonal carries the signs the reflections give (numpy's may differ).
     A column whose squared norm (not its norm) falls below the machine
     epsilon during the reduction raises numpy.linalg.LinAlgError
     (``kelErrTinyDivisor``): an absolute test, so matrices of tiny scale
