@@ -295,7 +295,7 @@ void check_gaxpy_sizes()
                 for (int h = 1; h <= 7; ++h) {
                     SCOPED_TRACE(testing::Message() << "Gaxpy " << name(kind) << " " << kt::type_name<T>() << " "
                                                     << kt::name(f) << " w " << w << " h " << h);
-                    GaxpyCall<T> c(kind, f, w, h, 6, unsigned(w * 8 + h));
+                    GaxpyCall<T> c(kind, f, w, h, 7, unsigned(w * 8 + h));
                     const auto a = c.A.snapshot(), x = c.X.snapshot(), z = c.Z.snapshot();
                     ASSERT_EQ(c.run(), kelOk);
                     c.expect_results();

@@ -1,7 +1,7 @@
-// Arrays larger than the machine's largest cache: the element-wise, copy,
-// by-constant and Saxpy/LComb runs switch to streaming stores there.  The
-// bits must be those of the in-cache path, whatever the alignment of the
-// destination and in place.
+// Calls whose arrays exceed the machine's largest cache: the element-wise,
+// copy, by-constant, Saxpy/LComb and Gaxpy runs switch to streaming stores
+// there.  The bits must be those of the in-cache path, whatever the
+// alignment of the destination and in place.
 #include <kelcore.h>
 
 #include "support.h"
@@ -9,7 +9,7 @@
 namespace {
 
 // Order-4 matrices (16 elements) or 4-vectors (4 elements) packed back to
-// back, enough of them for the destination to exceed the cache.
+// back, enough of them for the destination alone to exceed the cache.
 template <class T>
 struct Big {
     int count = 0, objElems = 0;
@@ -48,8 +48,19 @@ struct Case {
     const char* name;
     int objElems;
     std::function<kelStatus(Big<T>&, T* dst)> call;
-    std::function<T(T, T)> ref;
+    std::function<T(const Big<T>&, const std::vector<T>& a, std::size_t e)> ref;
 };
+
+// Element e of an element-wise result from a(e) and b(e).
+template <class T, class F>
+auto each(F f)
+{
+    return [f](const Big<T>& g, const std::vector<T>& a, std::size_t e) { return f(a[e], g.b[e]); };
+}
+
+// Gaxpy's one matrix.
+template <class T>
+T gaxpy_matrix(int i, int j) { return T(i - 2 * j) / T(8); }
 
 template <class T>
 std::vector<Case<T>> cases()
@@ -62,35 +73,49 @@ std::vector<Case<T>> cases()
              return KT_PICK(T, kelmAdd_mama, )(g.a.data(), g.obj(), g.row(), e, g.b.data(), g.obj(), g.row(), e, d,
                                                g.obj(), g.row(), e, 4, 4, g.count);
          },
-         [](T x, T y) { return x + y; }},
+         each<T>([](T x, T y) { return x + y; })},
         {"Sub_cva", 4,
          [s1](Big<T>& g, T* d) {
              return KT_PICK(T, kelmSub_cva, )(g.a.data(), g.obj(), e, s1, d, g.obj(), e, 4, g.count);
          },
-         [s1](T x, T) { return s1 - x; }},
+         each<T>([s1](T x, T) { return s1 - x; })},
         {"Mul_mac", 16,
          [s1](Big<T>& g, T* d) {
              return KT_PICK(T, kelmMul_mac, )(g.a.data(), g.obj(), g.row(), e, s1, d, g.obj(), g.row(), e, 4, 4,
                                               g.count);
          },
-         [s1](T x, T) { return x * s1; }},
+         each<T>([s1](T x, T) { return x * s1; })},
         {"Copy_ma_SS", 16,
          [](Big<T>& g, T* d) {
              return KT_PICK(T, kelmCopy_ma, _SS)(g.a.data(), g.obj(), g.row(), e, d, g.obj(), g.row(), e, 4, 4, g.count);
          },
-         [](T x, T) { return x; }},
+         each<T>([](T x, T) { return x; })},
         {"Saxpy_vava", 4,
          [s1](Big<T>& g, T* d) {
              return KT_PICK(T, kelmSaxpy_vava, )(g.a.data(), g.obj(), e, s1, g.b.data(), g.obj(), e, d, g.obj(), e, 4,
                                                  g.count);
          },
-         [s1](T x, T y) { return x * s1 + y; }},
+         each<T>([s1](T x, T y) { return x * s1 + y; })},
         {"LComb_vava", 4,
          [s1, s2](Big<T>& g, T* d) {
              return KT_PICK(T, kelmLComb_vava, )(g.a.data(), g.obj(), e, s1, g.b.data(), g.obj(), e, s2, d, g.obj(), e,
                                                  4, g.count);
          },
-         [s1, s2](T x, T y) { return x * s1 + y * s2; }},
+         each<T>([s1, s2](T x, T y) { return x * s1 + y * s2; })},
+        {"Gaxpy_mva", 4,
+         [](Big<T>& g, T* d) {
+             T m[16];
+             for (int e2 = 0; e2 < 16; ++e2) m[e2] = gaxpy_matrix<T>(e2 / 4, e2 % 4);
+             return KT_PICK(T, kelmGaxpy_mva, )(m, 4 * e, e, 4, 4, g.a.data(), g.obj(), e, 4, g.b.data(), g.obj(), e, 4, d,
+                                                g.obj(), e, g.count);
+         },
+         [](const Big<T>& g, const std::vector<T>& a, std::size_t el) {
+             const std::size_t v = el / 4 * 4;
+             const int i = int(el % 4);
+             T s = 0;
+             for (int j = 0; j < 4; ++j) s = s + gaxpy_matrix<T>(i, j) * a[v + j];
+             return s + g.b[el];
+         }},
     };
 }
 
@@ -107,7 +132,7 @@ void check_streamed()
             ASSERT_EQ(c.call(g, g.dst()), kelOk) << c.name;
             std::size_t bad = 0;
             for (std::size_t i = 0; i < g.n(); ++i)
-                bad += !kt::same_bits(g.dst()[i], c.ref(g.a[i], g.b[i]));
+                bad += !kt::same_bits(g.dst()[i], c.ref(g, g.a, i));
             EXPECT_EQ(bad, 0u) << c.name << " shift " << shift;
             EXPECT_EQ(g.d[g.n() + shift], T(-7)) << c.name << ": written past the end";
             if (shift) {
@@ -119,7 +144,7 @@ void check_streamed()
         const std::vector<T> a0 = g.a;
         ASSERT_EQ(c.call(g, g.a.data()), kelOk) << c.name << " in place";
         std::size_t bad = 0;
-        for (std::size_t i = 0; i < g.n(); ++i) bad += !kt::same_bits(g.a[i], c.ref(a0[i], g.b[i]));
+        for (std::size_t i = 0; i < g.n(); ++i) bad += !kt::same_bits(g.a[i], c.ref(g, a0, i));
         EXPECT_EQ(bad, 0u) << c.name << " in place";
     }
 }

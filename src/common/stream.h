@@ -1,11 +1,12 @@
 // Streaming stores for destinations larger than the last-level cache.
 //
-// A destination that cannot stay in cache is written with non-temporal
-// stores: the lines go to memory without being read first, which saves a
-// third of the memory traffic of a sum and half of a copy's.  Every element
-// is still written once, with the same value, in the same order; only the
-// route to memory differs.  Smaller destinations keep ordinary stores, since
-// their lines are likely read again soon.
+// When a call's arrays (sources and destination together) cannot stay in
+// cache, the destination is written with non-temporal stores: its lines go
+// to memory without being read first, which saves a quarter of the memory
+// traffic of a sum and a third of a copy's.  Every element is still written
+// once, with the same value, in the same order; only the route to memory
+// differs.  Smaller calls keep ordinary stores: their results are likely
+// read again soon, from the cache.
 #pragma once
 
 #include <emmintrin.h>
@@ -20,8 +21,8 @@
 
 namespace kelm {
 
-// True when bytes of destination exceed the machine's largest cache.  Below
-// 2 MB the support library is not even asked.
+// True when a call whose arrays span bytes in all exceeds the machine's
+// largest cache.  Below 2 MB the support library is not even asked.
 inline bool beyond_cache(std::size_t bytes)
 {
     if (bytes <= (std::size_t(1) << 21)) return false;

@@ -99,6 +99,12 @@ RunOf<T> run_of(const Strided<T, true>& s) { return {&elem_at<T>(s.base)}; }
 // n elements in blocks of 64 bytes: a block's sources are all read, then its
 // destinations written, so in-place use (dst equal to a source) is exact and
 // each block becomes a few full-width vector operations.
+// 1 for an operand read from memory, 0 for a constant.
+template <class X>
+constexpr std::size_t runs = 1;
+template <class T>
+constexpr std::size_t runs<ValueView<T>> = 0;
+
 // Four or two consecutive elements of a run as one vector.
 template <class V, class T>
 V lanes_of(const RunOf<T>& r, ptrdiff_t e)
@@ -118,7 +124,7 @@ KELM_WIDE void ew_run(ptrdiff_t n, X x, Y y, T* d)
 {
     constexpr int B = 64 / int(sizeof(T));
     ptrdiff_t e = 0;
-    if (beyond_cache(std::size_t(n) * sizeof(T)) && aligned_to_elements(d)) {
+    if (beyond_cache(std::size_t(n) * sizeof(T) * (1 + runs<X> + runs<Y>)) && aligned_to_elements(d)) {
         for (; !aligned16(d + e); ++e) d[e] = Op::template apply<T>(x[e], y[e]);
         using V = Quad<T>;
         e = stream_blocks(d, e, n, [&](ptrdiff_t i) { return Op::template apply<V>(lanes_of<V>(x, i), lanes_of<V>(y, i)); });

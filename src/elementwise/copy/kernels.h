@@ -111,10 +111,10 @@ KELM_WIDE bool copy_runs(int count, const Strided<B, true> s, const Strided<B, t
     const ptrdiff_t rowBytes = ptrdiff_t(w) * ptrdiff_t(sizeof(B)), objBytes = rowBytes * h;
     const bool rowsPacked = h == 1 || (s.row == rowBytes && d.row == rowBytes);
     if (rowsPacked && (count == 1 || (s.obj == objBytes && d.obj == objBytes))) {
-        // One run: ordinary vector stores while the destination fits the
-        // cache, streaming stores beyond it.
+        // One run: ordinary vector stores while source and destination fit
+        // the cache, streaming stores beyond it.
         const ptrdiff_t n = ptrdiff_t(count) * h * w;
-        if (beyond_cache(std::size_t(n) * sizeof(B)) && aligned_to_elements(&elem_at<B>(d.base)))
+        if (beyond_cache(2 * std::size_t(n) * sizeof(B)) && aligned_to_elements(&elem_at<B>(d.base)))
             copy_run_streaming(&elem_at<B>(d.base), &elem_at<B>(s.base), n);
         else
             copy_run(&elem_at<B>(d.base), &elem_at<B>(s.base), n);

@@ -461,7 +461,7 @@ inline void scale_span(const T* s, T* d, ptrdiff_t n, T val)
     constexpr int L = int(sizeof(V) / sizeof(T));
     ptrdiff_t e = 0;
     for (; e < n && (reinterpret_cast<std::uintptr_t>(d + e) & 15) != 0; ++e) d[e] = s[e] * val;
-    if (beyond_cache(std::size_t(n) * sizeof(T)) && aligned16(d + e)) {
+    if (beyond_cache(2 * std::size_t(n) * sizeof(T)) && aligned16(d + e)) {
         e = stream_blocks(d, e, n, [&](ptrdiff_t i) { return vx::load<V, L>(s + i) * val; });
     }
     for (; e + 2 * L <= n; e += 2 * L) {

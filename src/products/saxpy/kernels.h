@@ -54,7 +54,7 @@ static KELM_WIDE void scaled_run(ptrdiff_t n, const Op& op, const T* x, const T*
 {
     constexpr int B = 64 / int(sizeof(T));
     ptrdiff_t e = 0;
-    if (beyond_cache(std::size_t(n) * sizeof(T)) && aligned_to_elements(d)) {
+    if (beyond_cache(3 * std::size_t(n) * sizeof(T)) && aligned_to_elements(d)) {
         using V = Quad<T>;
         for (; !aligned16(d + e); ++e) d[e] = op(x[e], y[e]);
         e = stream_blocks(d, e, n, [&](ptrdiff_t i) {
@@ -150,6 +150,44 @@ static KELM_WIDE __attribute__((flatten)) void add_last(int count, const Z& z, c
     }
 }
 
+// 32f order 4, packed x, z and d: two vectors per step, each half of an
+// eight-lane value one vector.  Lane i of a half sums a(i, j) x(j) from zero
+// in ascending j, then adds z(i): the order of the product-then-z path.
+// Arrays larger than the cache stream d to memory, four vectors a step.
+[[maybe_unused]] static KELM_WIDE void gaxpy4_packed32(int count, const float* a, ptrdiff_t aRow, const float* x,
+                                                       const float* z, float* d)
+{
+    using namespace vx;
+    const auto row = [&](int i) { return reinterpret_cast<const float*>(reinterpret_cast<const char*>(a) + i * aRow); };
+    f8 c[4];
+    for (int j = 0; j < 4; ++j) c[j] = twice(f4{row(0)[j], row(1)[j], row(2)[j], row(3)[j]});
+    const auto pair = [&](int k) {
+        const f8 xs = load<f8, 8>(x + 4 * k);
+        f8 s = f8{} + c[0] * splat_halves<0>(xs);
+        s = s + c[1] * splat_halves<1>(xs);
+        s = s + c[2] * splat_halves<2>(xs);
+        s = s + c[3] * splat_halves<3>(xs);
+        return s + load<f8, 8>(z + 4 * k);
+    };
+    int k = 0;
+    if (beyond_cache(std::size_t(count) * 48) && aligned16(d)) {
+        for (; k + 4 <= count; k += 4) {
+            const f8 r[2] = {pair(k), pair(k + 2)};
+            stream64(d + 4 * k, reinterpret_cast<const float*>(r));
+        }
+        stream_fence();
+    }
+    for (; k + 2 <= count; k += 2) store<8>(d + 4 * k, pair(k));
+    if (k < count) {
+        const f4 xs = load<f4, 4>(x + 4 * k);
+        f4 s = f4{} + lo(c[0]) * splat<0>(xs);
+        s = s + lo(c[1]) * splat<1>(xs);
+        s = s + lo(c[2]) * splat<2>(xs);
+        s = s + lo(c[3]) * splat<3>(xs);
+        store<4>(d + 4 * k, s + load<f4, 4>(z + 4 * k));
+    }
+}
+
 // The kernel of every Gaxpy member and description (the matrix is always a
 // single one; in mvav z is an array of object stride 0).  Runs of objects
 // small enough to stay in the cache take the matrix-vector products, then z.
@@ -158,6 +196,17 @@ struct ownkelmGaxpy_mva {  // also mv and mvav
     template <class A, class X, class Z, class D>
     kelStatus operator()(int count, const A& a, const X& x, const Z& z, const D& d) const
     {
+        using T = typename D::Elem;
+        if constexpr (std::is_same_v<T, float> && std::is_same_v<A, Strided<T, true>> &&
+                      std::is_same_v<X, Strided<T, true>> && std::is_same_v<Z, Strided<T, true>> &&
+                      std::is_same_v<D, Strided<T, true>>) {
+            if (w == 4 && h == 4 && packed_vectors(x, count, 4) && packed_vectors(z, count, 4) &&
+                packed_vectors(d, count, 4)) {
+                gaxpy4_packed32(count, &elem_at<T>(a.base), a.row, &elem_at<T>(x.base), &elem_at<T>(z.base),
+                                &elem_at<T>(d.base));
+                return kelOk;
+            }
+        }
         constexpr int kRun = 256;
         const ownkelmMul_mv<false> mv{w, h};
         for (int first = 0; first < count; first += kRun) {
