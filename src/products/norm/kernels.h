@@ -37,6 +37,7 @@
 
 #include "common/check.h"
 #include "common/desc.h"
+#include "common/dispatch.h"
 #include "common/parallel.h"
 #include "common/vectors.h"
 #include "kelm.h"
@@ -109,7 +110,7 @@ KELM_NORM_INLINE void store_live(const V& v, T* dst, int live)
         for (int l = 0; l < live; ++l) dst[l] = v[l];
 }
 
-// Rows of four contiguous floats: row i of the four objects is loaded as
+// Rows of four contiguous elements: row i of the four objects is loaded as
 // four vectors and transposed, so that lane l of column j holds element
 // (i, j) of object k + l.
 template <class V>
@@ -144,7 +145,7 @@ KELM_NORM_INLINE void columns4(const Q& q, int i, typename Q::V* col)
 template <int H, int W, class Q>
 KELM_NORM_INLINE void squares(const Q& q, typename Q::V* sq)
 {
-    if constexpr (W == 4 && kUnitRowView<typename Q::View> && std::is_same_v<typename Q::T, float>) {
+    if constexpr (W == 4 && kUnitRowView<typename Q::View>) {
         for (int i = 0; i < H; ++i) {
             columns4(q, i, sq + 4 * i);
             for (int j = 0; j < 4; ++j) sq[4 * i + j] = sq[4 * i + j] * sq[4 * i + j];
@@ -203,8 +204,10 @@ KELM_NORM_INLINE void sumsq_root_block(const D& d, ptrdiff_t k, int live, int h,
     else store_live(lane_sqrt(squares_ascending<H, W>(q, h, w)), dst, live);
 }
 
+// The array walker, compiled for the baseline and for AVX2 (where the four
+// 64f lanes are one register).
 template <int H, int W, bool Refined, class D>
-inline void sumsq_root(const D& d, int h, int w, typename D::Elem* dst, int count)
+static KELM_WIDE void sumsq_root(const D& d, int h, int w, typename D::Elem* dst, int count)
 {
     int k = 0;
     for (; k + kNormLanes <= count; k += kNormLanes) sumsq_root_block<H, W, Refined>(d, k, kNormLanes, h, w, dst + k);
