@@ -149,6 +149,29 @@ void check_streamed()
     }
 }
 
+// Matrix-vector products of order 4: the footprint counts the matrices too.
+TEST(Streamed, MatrixVectorProducts32f)
+{
+    int cache = 0;
+    kelGetMaxCacheSizeB(&cache);
+    if (cache <= 0 || cache > (256 << 20)) GTEST_SKIP() << "cache of " << cache << " bytes";
+    kt::Threads one(1);
+    const int count = int((std::size_t(cache) + (1 << 20)) / 96) + 3;
+    std::vector<float> m(std::size_t(count) * 16), x(std::size_t(count) * 4), y(std::size_t(count) * 4 + 1, -7.f);
+    for (std::size_t e = 0; e < m.size(); ++e) m[e] = float(int(e % 13) - 6) / 4.f;
+    for (std::size_t e = 0; e < x.size(); ++e) x[e] = float(int(e % 7) - 3) / 8.f;
+    ASSERT_EQ(kelmMul_mava_32f(m.data(), 64, 16, 4, 4, 4, x.data(), 16, 4, 4, y.data(), 16, 4, count), kelOk);
+    std::size_t bad = 0;
+    for (int k = 0; k < count; ++k)
+        for (int i = 0; i < 4; ++i) {
+            float s = 0;
+            for (int j = 0; j < 4; ++j) s = s + m[std::size_t(k) * 16 + i * 4 + j] * x[std::size_t(k) * 4 + j];
+            bad += !kt::same_bits(y[std::size_t(k) * 4 + i], s);
+        }
+    EXPECT_EQ(bad, 0u);
+    EXPECT_EQ(y.back(), -7.f);
+}
+
 TEST(Streamed, BeyondTheCache32f) { check_streamed<float>(); }
 TEST(Streamed, BeyondTheCache64f) { check_streamed<double>(); }
 

@@ -327,8 +327,8 @@ void mv3_single_dense32(int count, const float* a, const float* x, float* y)
 // 32f order 4, op(A) = A, two objects at a time (object k in the low half,
 // k + 1 in the high half): the row products are turned so that lane i of
 // column vector j holds a(i, j) x(j), then added from zero in ascending j.
-template <class V, class XV, class YV>
-inline void mv4_pair32(const V& a0, const V& a1, const XV& x0, const XV& x1, const YV& y0, const YV& y1)
+template <class V, class XV>
+inline vx::f8 mv4_pair32(const V& a0, const V& a1, const XV& x0, const XV& x1)
 {
     using namespace vx;
     const f8 xs = join(load<f4, 4>(&x0[0]), load<f4, 4>(&x1[0]));
@@ -341,9 +341,7 @@ inline void mv4_pair32(const V& a0, const V& a1, const XV& x0, const XV& x1, con
     f8 s = f8{} + __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
     s = s + __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
     s = s + __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
-    s = s + __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
-    store<4>(&y0[0], lo(s));
-    store<4>(&y1[0], hi(s));
+    return s + __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
 }
 
 // 64f order 4, op(A) = A, one object: four row products in four-lane
@@ -364,6 +362,17 @@ inline void mv4_dense64(const V& a, const XV& x, const YV& y)
     s = s + __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
     s = s + __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
     store<4>(&y[0], s);
+}
+
+// Results n elements each, back to back from a 16-byte boundary.
+template <class Y>
+bool packed_results(const Y& y, int count, int n)
+{
+    using T = typename Y::Elem;
+    if constexpr (std::is_same_v<Y, Strided<T, true>>)
+        return (count == 1 || y.obj == ptrdiff_t(n) * ptrdiff_t(sizeof(T))) && aligned16(&elem_at<T>(y.base));
+    else
+        return false;
 }
 
 // The walker of the written-out orders (compiled for the baseline and for
@@ -394,7 +403,21 @@ static KELM_WIDE __attribute__((flatten)) void mv_fixed(int count, const A& a, c
                                unit_dense_view<decltype(y[0])>;
         if constexpr (N == 4 && !Tr && dense) {
             if constexpr (std::is_same_v<T, float>) {
-                for (; k + 2 <= count; k += 2) mv4_pair32(a[k], a[k + 1], x[k], x[k + 1], y[k], y[k + 1]);
+                // Packed results of an array larger than the cache are
+                // streamed to memory, four at a time.
+                if (packed_results(y, count, 4) && beyond_cache(std::size_t(count) * 96)) {
+                    for (; k + 4 <= count; k += 4) {
+                        const vx::f8 r[2] = {mv4_pair32(a[k], a[k + 1], x[k], x[k + 1]),
+                                             mv4_pair32(a[k + 2], a[k + 3], x[k + 2], x[k + 3])};
+                        stream64(&y[k][0], reinterpret_cast<const float*>(r));
+                    }
+                    stream_fence();
+                }
+                for (; k + 2 <= count; k += 2) {
+                    const vx::f8 r = mv4_pair32(a[k], a[k + 1], x[k], x[k + 1]);
+                    vx::store<4>(&y[k][0], vx::lo(r));
+                    vx::store<4>(&y[k + 1][0], vx::hi(r));
+                }
             } else {
                 for (; k < count; ++k) mv4_dense64(a[k], x[k], y[k]);
             }
