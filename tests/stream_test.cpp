@@ -150,28 +150,34 @@ void check_streamed()
 }
 
 // Matrix-vector products of order 4: the footprint counts the matrices too.
-TEST(Streamed, MatrixVectorProducts32f)
+template <class T>
+void check_streamed_mava()
 {
     int cache = 0;
     kelGetMaxCacheSizeB(&cache);
     if (cache <= 0 || cache > (256 << 20)) GTEST_SKIP() << "cache of " << cache << " bytes";
     kt::Threads one(1);
-    const int count = int((std::size_t(cache) + (1 << 20)) / 96) + 3;
-    std::vector<float> m(std::size_t(count) * 16), x(std::size_t(count) * 4), y(std::size_t(count) * 4 + 1, -7.f);
-    for (std::size_t e = 0; e < m.size(); ++e) m[e] = float(int(e % 13) - 6) / 4.f;
-    for (std::size_t e = 0; e < x.size(); ++e) x[e] = float(int(e % 7) - 3) / 8.f;
-    ASSERT_EQ(kelmMul_mava_32f(m.data(), 64, 16, 4, 4, 4, x.data(), 16, 4, 4, y.data(), 16, 4, count), kelOk);
+    constexpr int e = esz<T>();
+    const int count = int((std::size_t(cache) + (1 << 20)) / (24 * e)) + 3;
+    std::vector<T> m(std::size_t(count) * 16), x(std::size_t(count) * 4), y(std::size_t(count) * 4 + 1, T(-7));
+    for (std::size_t i = 0; i < m.size(); ++i) m[i] = T(int(i % 13) - 6) / T(4);
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = T(int(i % 7) - 3) / T(8);
+    ASSERT_EQ(KT_PICK(T, kelmMul_mava, )(m.data(), 16 * e, 4 * e, e, 4, 4, x.data(), 4 * e, e, 4, y.data(), 4 * e, e,
+                                         count),
+              kelOk);
     std::size_t bad = 0;
-    for (int k = 0; k < count; ++k)
+    for (std::size_t k = 0; k < std::size_t(count); ++k)
         for (int i = 0; i < 4; ++i) {
-            float s = 0;
-            for (int j = 0; j < 4; ++j) s = s + m[std::size_t(k) * 16 + i * 4 + j] * x[std::size_t(k) * 4 + j];
-            bad += !kt::same_bits(y[std::size_t(k) * 4 + i], s);
+            T s = 0;
+            for (int j = 0; j < 4; ++j) s = s + m[k * 16 + i * 4 + j] * x[k * 4 + j];
+            bad += !kt::same_bits(y[k * 4 + i], s);
         }
     EXPECT_EQ(bad, 0u);
-    EXPECT_EQ(y.back(), -7.f);
+    EXPECT_EQ(y.back(), T(-7));
 }
 
+TEST(Streamed, MatrixVectorProducts32f) { check_streamed_mava<float>(); }
+TEST(Streamed, MatrixVectorProducts64f) { check_streamed_mava<double>(); }
 TEST(Streamed, BeyondTheCache32f) { check_streamed<float>(); }
 TEST(Streamed, BeyondTheCache64f) { check_streamed<double>(); }
 

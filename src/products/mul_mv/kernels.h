@@ -346,8 +346,8 @@ inline vx::f8 mv4_pair32(const V& a0, const V& a1, const XV& x0, const XV& x1)
 
 // 64f order 4, op(A) = A, one object: four row products in four-lane
 // vectors, turned so that lane i of column vector j holds a(i, j) x(j).
-template <class V, class XV, class YV>
-inline void mv4_dense64(const V& a, const XV& x, const YV& y)
+template <class V, class XV>
+inline vx::d4 mv4_dense64(const V& a, const XV& x)
 {
     using namespace vx;
     const d4 xs = load<d4, 4>(&x[0]);
@@ -360,8 +360,7 @@ inline void mv4_dense64(const V& a, const XV& x, const YV& y)
     d4 s = d4{} + __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
     s = s + __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
     s = s + __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
-    s = s + __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
-    store<4>(&y[0], s);
+    return s + __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
 }
 
 // Results n elements each, back to back from a 16-byte boundary.
@@ -404,7 +403,7 @@ static KELM_WIDE __attribute__((flatten)) void mv_fixed(int count, const A& a, c
         if constexpr (N == 4 && !Tr && dense) {
             if constexpr (std::is_same_v<T, float>) {
                 // Packed results of an array larger than the cache are
-                // streamed to memory, four at a time.
+                // streamed to memory, 64 bytes at a time.
                 if (packed_results(y, count, 4) && beyond_cache(std::size_t(count) * 96)) {
                     for (; k + 4 <= count; k += 4) {
                         const vx::f8 r[2] = {mv4_pair32(a[k], a[k + 1], x[k], x[k + 1]),
@@ -419,7 +418,14 @@ static KELM_WIDE __attribute__((flatten)) void mv_fixed(int count, const A& a, c
                     vx::store<4>(&y[k + 1][0], vx::hi(r));
                 }
             } else {
-                for (; k < count; ++k) mv4_dense64(a[k], x[k], y[k]);
+                if (packed_results(y, count, 4) && beyond_cache(std::size_t(count) * 192)) {
+                    for (; k + 2 <= count; k += 2) {
+                        const vx::d4 r[2] = {mv4_dense64(a[k], x[k]), mv4_dense64(a[k + 1], x[k + 1])};
+                        stream64(&y[k][0], reinterpret_cast<const double*>(r));
+                    }
+                    stream_fence();
+                }
+                for (; k < count; ++k) vx::store<4>(&y[k][0], mv4_dense64(a[k], x[k]));
             }
         }
         for (; k < count; ++k) MvFixed<N, Tr, T>::direct(a[k], x[k], y[k]);
