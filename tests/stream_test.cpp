@@ -8,6 +8,16 @@
 
 namespace {
 
+int cache_bytes()
+{
+    int cache = 0;
+    kelGetMaxCacheSizeB(&cache);
+    return cache;
+}
+
+// Arrays beyond a cache of more than 256 MB would make the test too slow.
+bool testable_cache() { return cache_bytes() > 0 && cache_bytes() <= (256 << 20); }
+
 // Order-4 matrices (16 elements) or 4-vectors (4 elements) packed back to
 // back, enough of them for the destination alone to exceed the cache.
 template <class T>
@@ -18,9 +28,7 @@ struct Big {
 
     Big(int objElems_, int shift_) : objElems(objElems_), shift(shift_)
     {
-        int cache = 0;
-        kelGetMaxCacheSizeB(&cache);
-        const std::size_t bytes = std::size_t(cache) + (std::size_t(1) << 20);
+        const std::size_t bytes = std::size_t(cache_bytes()) + (std::size_t(1) << 20);
         count = int(bytes / (sizeof(T) * objElems)) + 3;  // a ragged tail
         const std::size_t n = std::size_t(count) * objElems;
         a.resize(n);
@@ -37,6 +45,7 @@ struct Big {
 };
 
 constexpr int kElem32 = 4, kElem64 = 8;
+
 
 template <class T>
 constexpr int esz() { return std::is_same_v<T, float> ? kElem32 : kElem64; }
@@ -122,9 +131,7 @@ std::vector<Case<T>> cases()
 template <class T>
 void check_streamed()
 {
-    int cache = 0;
-    kelGetMaxCacheSizeB(&cache);
-    if (cache <= 0 || cache > (256 << 20)) GTEST_SKIP() << "cache of " << cache << " bytes";
+    if (!testable_cache()) GTEST_SKIP() << "cache of " << cache_bytes() << " bytes";
     kt::Threads one(1);
     for (const Case<T>& c : cases<T>()) {
         for (int shift : {0, 1}) {
@@ -153,12 +160,10 @@ void check_streamed()
 template <class T>
 void check_streamed_mava()
 {
-    int cache = 0;
-    kelGetMaxCacheSizeB(&cache);
-    if (cache <= 0 || cache > (256 << 20)) GTEST_SKIP() << "cache of " << cache << " bytes";
+    if (!testable_cache()) GTEST_SKIP() << "cache of " << cache_bytes() << " bytes";
     kt::Threads one(1);
     constexpr int e = esz<T>();
-    const int count = int((std::size_t(cache) + (1 << 20)) / (24 * e)) + 3;
+    const int count = int((std::size_t(cache_bytes()) + (1 << 20)) / (24 * e)) + 3;
     std::vector<T> m(std::size_t(count) * 16), x(std::size_t(count) * 4), y(std::size_t(count) * 4 + 1, T(-7));
     for (std::size_t i = 0; i < m.size(); ++i) m[i] = T(int(i % 13) - 6) / T(4);
     for (std::size_t i = 0; i < x.size(); ++i) x[i] = T(int(i % 7) - 3) / T(8);
