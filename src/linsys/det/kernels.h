@@ -59,9 +59,15 @@ constexpr bool kUnitRows = false;  // rows of contiguous elements: one load per 
 template <class T>
 constexpr bool kUnitRows<DenseView<T, true>> = true;
 
-// Unaligned loads of a whole row.
-using RowD = double __attribute__((vector_size(4 * sizeof(double)), aligned(sizeof(double)), may_alias));
-using RowF = float __attribute__((vector_size(4 * sizeof(float)), aligned(sizeof(float)), may_alias));
+// A whole row of four doubles, at any element-aligned address (a copy of
+// its bytes: one unaligned load, whatever alignment the compiler assumes
+// for the vector type).
+KELM_DET_INLINE Lanes load_row(const double* r)
+{
+    Lanes v;
+    __builtin_memcpy(&v, r, sizeof v);
+    return v;
+}
 
 using LaneIdx = long long __attribute__((vector_size(4 * sizeof(long long))));
 using LaneIdxF = int __attribute__((vector_size(4 * sizeof(int))));
@@ -71,8 +77,7 @@ using LaneIdxF = int __attribute__((vector_size(4 * sizeof(int))));
 KELM_DET_INLINE void transpose_rows(const double* r0, const double* r1, const double* r2, const double* r3,
                                     Lanes* col)
 {
-    const Lanes a = *reinterpret_cast<const RowD*>(r0), b = *reinterpret_cast<const RowD*>(r1);
-    const Lanes c = *reinterpret_cast<const RowD*>(r2), e = *reinterpret_cast<const RowD*>(r3);
+    const Lanes a = load_row(r0), b = load_row(r1), c = load_row(r2), e = load_row(r3);
     const Lanes ab0 = __builtin_shuffle(a, b, LaneIdx{0, 4, 2, 6}), ab1 = __builtin_shuffle(a, b, LaneIdx{1, 5, 3, 7});
     const Lanes ce0 = __builtin_shuffle(c, e, LaneIdx{0, 4, 2, 6}), ce1 = __builtin_shuffle(c, e, LaneIdx{1, 5, 3, 7});
     col[0] = __builtin_shuffle(ab0, ce0, LaneIdx{0, 1, 4, 5});
