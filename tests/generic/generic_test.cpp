@@ -111,24 +111,25 @@ std::vector<Fault> faults_of(const Op& op, const kg::Group& g)
 {
     std::vector<Fault> out;
     auto ints = [&](std::initializer_list<int> bad) {
-        for (int p : g.params)
+        for (int p : g.params())
             for (int v : bad)
                 out.push_back({{p}, [v](kg::Arg& a) { a.i = v; }, std::string(op.params[p].name) + "=" + std::to_string(v)});
     };
     const int e = op.esize;
     switch (g.check) {
     case Check::N:
-        for (int p : g.params) out.push_back({{p}, [](kg::Arg& a) { a.p = nullptr; }, std::string(op.params[p].name) + "=null"});
+        for (int p : g.params()) out.push_back({{p}, [](kg::Arg& a) { a.p = nullptr; }, std::string(op.params[p].name) + "=null"});
         break;
     case Check::C:
     case Check::Z: ints({0, -1, INT_MIN}); break;
     case Check::M: {
         std::string what;
-        for (int p : g.params) what += std::string(op.params[p].name) + "=4 ";
-        out.push_back({g.params, [](kg::Arg& a) { a.i = 4; }, what});
+        for (int p : g.params()) what += std::string(op.params[p].name) + "=4 ";
+        out.push_back({g.params(), [](kg::Arg& a) { a.i = 4; }, what});
         break;
     }
     case Check::T:
+    case Check::O:
         if (e == 8)
             ints({0, -8, 2, 4, 12, INT_MIN});
         else
@@ -247,7 +248,9 @@ TEST_P(Threads, SerialAndParallelRunsGiveTheSameBits)
                 b.reset();
                 bool usable = false;
                 kt::run_in_busy_team([&] { b.call(); }, usable);
-                if (usable) EXPECT_FALSE(b.results() == bits) << op.name << " s=" << sh.s << " wide=" << wide << ": did not go parallel";
+                if (usable) {
+                    EXPECT_FALSE(b.results() == bits) << op.name << " s=" << sh.s << " wide=" << wide << ": did not go parallel";
+                }
             }
         }
     kelSetNumThreads(before);

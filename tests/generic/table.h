@@ -5,6 +5,7 @@
 // tests and the fuzzer call any member through it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -28,8 +29,10 @@ enum class Role : unsigned char {
     Value,      // a constant passed by value
 };
 
-// Groups of argument checks and the status each yields.
-enum class Check : unsigned char { N, C, Z, M, T, H };
+// Groups of argument checks and the status each yields: null, count, size,
+// size agreement, stride, shift, and O: object strides that are looked at
+// only when count is above 1.
+enum class Check : unsigned char { N, C, Z, M, T, H, O };
 
 inline kelStatus status_of(Check c)
 {
@@ -38,7 +41,8 @@ inline kelStatus status_of(Check c)
     case Check::C: return kelErrCount;
     case Check::Z: return kelErrSize;
     case Check::M: return kelErrSizeMismatch;
-    case Check::T: return kelErrStride;
+    case Check::T:
+    case Check::O: return kelErrStride;
     case Check::H: return kelErrShift;
     }
     return kelOk;
@@ -60,7 +64,26 @@ struct Param {
 
 struct Group {
     Check check;
-    std::vector<int> params;  // for M: the sizes to set apart from the others
+    std::uint32_t mask;  // the parameters it tests (for M: the sizes to set apart)
+    std::vector<int> params() const
+    {
+        std::vector<int> v;
+        for (int i = 0; i < 32; ++i)
+            if (mask >> i & 1u) v.push_back(i);
+        return v;
+    }
+};
+
+template <class T>
+struct Span {
+    const T* first;
+    std::size_t n;
+    const T* begin() const { return first; }
+    const T* end() const { return first + n; }
+    std::size_t size() const { return n; }
+    bool empty() const { return n == 0; }
+    const T& operator[](std::size_t i) const { return first[i]; }
+    const T& front() const { return first[0]; }
 };
 
 using Call = kelStatus (*)(const Arg*);
@@ -72,11 +95,11 @@ struct Op {
     const char* desc;  // "S", "P", "L", or source and destination for Copy ("SP")
     bool array;
     Call call;
-    std::vector<Param> params;
-    std::vector<Group> groups;  // in the order the operation tests them
+    Span<Param> params;
+    Span<Group> groups;  // in the order the operation tests them
 };
 
-const std::vector<Op>& ops();
+const Span<Op>& ops();
 const Op* find(const char* name);
 
 }  // namespace kg
