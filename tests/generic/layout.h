@@ -88,7 +88,8 @@ public:
             initial_ = data_;
             return;
         }
-        for (std::size_t i = 0; i < data_.size(); ++i) std::memcpy(data_[i].data(), initial_[i].data(), data_[i].size());
+        for (std::size_t i = 0; i < data_.size(); ++i)
+            if (!data_[i].empty()) std::memcpy(data_[i].data(), initial_[i].data(), data_[i].size());
     }
 
     // Everything the call may have written, except the work buffer (which a
