@@ -167,6 +167,12 @@ int run(const std::uint8_t* data, std::size_t size)
     }
     if (!op.array) count = 1;
 
+    // Sizes and counts this large need more memory than any call may have:
+    // such a call is run only when it must be refused.  Below these bounds
+    // no extent computed here overflows.
+    const bool too_big = big > 4096 || count > (1 << 20);
+    const int fit = std::min(big, 4096);
+
     // Second pass: strides that fit the sizes, per operand.
     auto param_of = [&](int owner, Role role) -> int {
         for (std::size_t i = 0; i < np; ++i)
@@ -182,15 +188,15 @@ int run(const std::uint8_t* data, std::size_t size)
             if (role == Role::ElemStride) {
                 a[i].i = e * (1 + m % 2);
             } else if (role == Role::RowStride) {
-                a[i].i = int(std::min<long long>(INT_MAX & ~7, big * elem + e * (m % 3)));
+                a[i].i = int(std::min<long long>(INT_MAX & ~7, fit * elem + e * (m % 3)));
             } else {
                 long long span;
                 if (op.params[std::size_t(owner)].role == Role::Table)
-                    span = (long long)big * big * e;
+                    span = (long long)fit * fit * e;
                 else if (ie < 0 && ir < 0)
                     span = e;  // constants
                 else
-                    span = (ir >= 0 ? (long long)(big - 1) * a[std::size_t(ir)].i : 0) + (big - 1) * elem + e;
+                    span = (ir >= 0 ? (long long)(fit - 1) * a[std::size_t(ir)].i : 0) + (fit - 1) * elem + e;
                 span = (span + e - 1) / e * e;
                 a[i].i = int(std::min<long long>(INT_MAX & ~7, span + e * (m % 3)));
             }
@@ -248,6 +254,7 @@ int run(const std::uint8_t* data, std::size_t size)
     // Buffers: small ones for a refused call, sized from the arguments for an
     // accepted one.
     const bool refused = want != kelOk;
+    if (!refused && too_big) return 0;
     std::vector<Region> reg(np);
     std::size_t total = 0;
     for (std::size_t i = 0; i < np && !refused; ++i) {
