@@ -132,35 +132,6 @@ TEST(Affine, TinyDivisorMarksPointAndGoesOn)
                 }
 }
 
-TEST(Affine, ArgumentChecksInOrder)
-{
-    float m[16] = {}, p[12] = {}, r[12];
-    struct Row {
-        const char* what;
-        const float *mp, *pp;
-        float* rp;
-        int mr, me, po, pe, ro, re, count;
-        kelStatus want;
-    };
-    const Row rows[] = {
-        {"null matrix before count", nullptr, p, r, 16, 4, 12, 4, 12, 4, 0, kelErrNullPointer},
-        {"null points", m, nullptr, r, 16, 4, 12, 4, 12, 4, 1, kelErrNullPointer},
-        {"null dst", m, p, nullptr, 16, 4, 12, 4, 12, 4, 1, kelErrNullPointer},
-        {"count before stride", m, p, r, 2, 4, 12, 4, 12, 4, 0, kelErrCount},
-        {"matrix row stride 2", m, p, r, 2, 4, 12, 4, 12, 4, 1, kelErrStride},
-        {"point stride 0", m, p, r, 16, 4, 0, 4, 12, 4, 1, kelErrStride},
-        {"dst element stride -4", m, p, r, 16, 4, 12, 4, 12, -4, 1, kelErrStride},
-    };
-    for (const Row& row : rows) {
-        for (float& x : r) x = -77;
-        EXPECT_EQ(kelmAffineTransform3DH_mva_32f(row.mp, row.mr, row.me, row.pp, row.po, row.pe, row.rp, row.ro,
-                                                 row.re, row.count),
-                  row.want)
-            << row.what;
-        for (float x : r) EXPECT_EQ(x, -77.0f) << row.what;
-    }
-}
-
 // 6·count + 16 above 800 runs in parallel: 131 points do, 130 do not.  Inside
 // an active region the runtime refuses to fork and a parallel run does only
 // its first block, which shows the path taken.

@@ -93,20 +93,6 @@ void copy_moves_bits()
 TEST(Copy, MovesBitsBetweenEveryPairOfDescriptions32f) { copy_moves_bits<float>(); }
 TEST(Copy, MovesBitsBetweenEveryPairOfDescriptions64f) { copy_moves_bits<double>(); }
 
-template <class T>
-void copy_check_orders()
-{
-    for (const auto& m : copy_members<T>()) {
-        const int h = m.matrix ? 3 : 1;
-        Objects<T> src(mv::layouts(m.forms[0])[0], 2, h, 3), dst(mv::layouts(m.forms[1])[0], 2, h, 3);
-        const auto before = dst.snapshot();
-        mv::check_order(m, {{mv::operand(src), mv::operand(dst)}, {m.forms[0], m.forms[1]}, h, 3, 2},
-                        [&] { return dst.unchanged_since(before); });
-    }
-}
-TEST(Copy, ChecksInEachMembersOrder32f) { copy_check_orders<float>(); }
-TEST(Copy, ChecksInEachMembersOrder64f) { copy_check_orders<double>(); }
-
 // With one object the object strides are not looked at, whatever they are.
 template <class T>
 void copy_single_object_strides()
@@ -248,26 +234,6 @@ void extract_gathers_bits()
 TEST(Extract, GathersBitsIntoADenseBuffer32f) { extract_gathers_bits<float>(); }
 TEST(Extract, GathersBitsIntoADenseBuffer64f) { extract_gathers_bits<double>(); }
 
-template <class T>
-void extract_check_orders()
-{
-    for (const auto& [m, info] : extract_members<T>()) {
-        const int h = m.matrix ? 3 : 1, count = info.array ? 2 : 1;
-        Objects<T> src(mv::layouts(m.forms[0])[0], count, m.matrix ? 3 : 1, 3), dst(Desc::Contig, count, h, 3);
-        const auto before = dst.snapshot();
-        const Setup<T> valid{{mv::operand(src), mv::operand(dst)}, {m.forms[0], 'D'}, h, 3, count};
-        mv::check_order(m, valid, [&] { return dst.unchanged_since(before); });
-        if (info.array && m.forms[0] != 'L') {  // object strides are tested even for one object
-            Setup<T> one = valid;
-            one.count = 1;
-            one.op[0].obj = 0;
-            EXPECT_EQ(m.call(one), kelErrStride) << m.name;
-        }
-    }
-}
-TEST(Extract, ChecksInEachMembersOrder32f) { extract_check_orders<float>(); }
-TEST(Extract, ChecksInEachMembersOrder64f) { extract_check_orders<double>(); }
-
 // --- LoadIdentity -----------------------------------------------------------------------------
 
 template <class T, char X, class F>
@@ -316,24 +282,5 @@ void identity_fills()
 }
 TEST(LoadIdentity, FillsEveryShape32f) { identity_fills<float>(); }
 TEST(LoadIdentity, FillsEveryShape64f) { identity_fills<double>(); }
-
-template <class T>
-void identity_check_orders()
-{
-    for (const auto& m : identity_members<T>()) {
-        Objects<T> dst(mv::layouts(m.forms[0])[0], 2, 3, 3);
-        const auto before = dst.snapshot();
-        const Setup<T> valid{{mv::operand(dst), {}}, {m.forms[0], '-'}, 3, 3, 2};
-        mv::check_order(m, valid, [&] { return dst.unchanged_since(before); });
-        if (m.forms[0] != 'L') {  // one matrix: the object stride is not looked at
-            Setup<T> one = valid;
-            one.count = 1;
-            one.op[0].obj = 3;
-            EXPECT_EQ(m.call(one), kelOk) << m.name;
-        }
-    }
-}
-TEST(LoadIdentity, ChecksInEachMembersOrder32f) { identity_check_orders<float>(); }
-TEST(LoadIdentity, ChecksInEachMembersOrder64f) { identity_check_orders<double>(); }
 
 }  // namespace

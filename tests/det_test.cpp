@@ -335,59 +335,6 @@ TEST(Det, TinyDiagonalBelowCubicToleranceGivesZero)
     EXPECT_EQ(det_of<float>(Desc::Contig, 7, [](int i, int j) { return i == j ? 1e-36f : 0.0f; }), 0.0f);
 }
 
-TEST(Det, ArgumentChecksInOrder)
-{
-    float a[64] = {1}, buf[72], dst[4];
-    const float* tab[64] = {a};
-    const float* const* t = tab;
-    EXPECT_EQ(kelmDet_m_32f(a, 12, 4, 3, nullptr, dst), kelErrNullPointer);
-    EXPECT_EQ(kelmDet_m_32f(a, 12, 4, 0, buf, dst), kelErrSize);
-    EXPECT_EQ(kelmDet_m_32f(a, 12, 6, 3, buf, dst), kelErrStride);
-    EXPECT_EQ(kelmDet_m_64f(reinterpret_cast<const double*>(a), 24, 4, 3, reinterpret_cast<double*>(buf),
-                            reinterpret_cast<double*>(dst)), kelErrStride);
-    EXPECT_EQ(kelmDet_m_32f_P(t, -4, 3, buf, dst), kelErrShift);
-    EXPECT_EQ(kelmDet_m_32f_P(t, 2, 0, buf, dst), kelErrSize);
-    EXPECT_EQ(kelmDet_ma_32f(a, 36, 12, 4, 0, buf, dst, 0), kelErrCount);
-    EXPECT_EQ(kelmDet_ma_32f(a, 36, 12, 0, 0, buf, dst, 1), kelErrSize);
-    EXPECT_EQ(kelmDet_ma_32f(a, 0, 12, 4, 3, buf, dst, 1), kelErrStride);
-    EXPECT_EQ(kelmDet_ma_32f(a, 36, 12, 4, 3, nullptr, dst, 0), kelErrNullPointer);
-    EXPECT_EQ(kelmDet_ma_32f_P(t, 2, 0, 3, buf, dst, 1), kelErrStride);
-    EXPECT_EQ(kelmDet_ma_32f_P(t, 2, 36, 3, buf, dst, 1), kelErrShift);
-    EXPECT_EQ(kelmDet_ma_32f_L(t, -4, 12, -4, 3, buf, dst, 1), kelErrStride);
-    EXPECT_EQ(kelmDet_ma_32f_L(t, -4, 12, 4, 3, buf, dst, 1), kelErrShift);
-    EXPECT_EQ(kelmDet_ma_32f_L(nullptr, 0, 12, 4, 3, buf, dst, 1), kelErrNullPointer);
-}
-
-// Parallel runs give the bits of the serial run; the buffer is not touched
-// by them (each thread has its own slice).
-template <class T>
-void serial_equals_parallel(Desc d, int n, int count)
-{
-    SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d) << " n=" << n << " count=" << count);
-    kt::Objects<T> o(d, count, n, n, 7);
-    std::vector<T> serial, parallel;
-    {
-        kt::Threads one(1);
-        serial = det_array(o, n);
-    }
-    {
-        kt::Threads two(2);
-        parallel = det_array(o, n);
-    }
-    for (int k = 0; k < count; ++k) ASSERT_TRUE(kt::same_bits(serial[k], parallel[k])) << k;
-    EXPECT_TRUE(o.canaries_intact());
-}
-
-TEST(Det, ParallelRunsMatchSerial)
-{
-    for (Desc d : kAll) {
-        serial_equals_parallel<float>(d, 3, 4800);
-        serial_equals_parallel<float>(d, 3, 4801);
-        serial_equals_parallel<double>(d, 7, 2100);
-        serial_equals_parallel<float>(d, 8, 1801);
-    }
-}
-
 TEST(Det, ParallelRunLeavesCallerBufferAlone)
 {
     kt::Threads two(2);

@@ -394,65 +394,6 @@ TEST(EigenValues, BufferSizeQueries)
     }
 }
 
-TEST(EigenValues, ArgumentChecksInOrder)
-{
-    float a[64] = {1}, re[8], im[8], buf[128];
-    const float* tab[64] = {a};
-    const float* const* t = tab;
-    // null: source, buffer, real, imaginary, before everything else
-    EXPECT_EQ(kelmEigenValues_m_32f(a, 12, 4, re, im, 0, nullptr), kelErrNullPointer);
-    EXPECT_EQ(kelmEigenValues_m_32f(a, 12, 6, re, nullptr, 0, buf), kelErrNullPointer);
-    EXPECT_EQ(kelmEigenValues_m_32f(a, 12, 6, re, im, 0, buf), kelErrSize);
-    EXPECT_EQ(kelmEigenValues_m_32f(a, 12, 6, re, im, 3, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValues_m_32f(a, 0, 4, re, im, 3, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValues_m_32f_P(t, -4, re, im, 0, buf), kelErrSize);
-    EXPECT_EQ(kelmEigenValues_m_32f_P(t, 2, re, im, 3, buf), kelErrShift);
-    // arrays: size before count, count before shift, shift before stride
-    EXPECT_EQ(kelmEigenValues_ma_32f(a, 36, 12, 4, re, im, 0, 0, buf), kelErrSize);
-    EXPECT_EQ(kelmEigenValues_ma_32f(a, 0, 12, 4, re, im, 3, 0, buf), kelErrCount);
-    EXPECT_EQ(kelmEigenValues_ma_32f(a, 0, 12, 4, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValues_ma_32f_P(t, -4, 0, re, im, 3, 1, buf), kelErrShift);
-    EXPECT_EQ(kelmEigenValues_ma_32f_P(t, 0, 0, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValues_ma_32f_L(t, 2, 12, 0, re, im, 3, 1, buf), kelErrShift);
-    EXPECT_EQ(kelmEigenValues_ma_32f_L(t, 4, 12, 0, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValues_ma_32f_L(t, 4, 12, 4, re, nullptr, 3, 0, buf), kelErrNullPointer);
-    EXPECT_EQ(kelmEigenValues_ma_64f(reinterpret_cast<const double*>(a), 72, 24, 4, reinterpret_cast<double*>(re),
-                                     reinterpret_cast<double*>(im), 3, 1, reinterpret_cast<double*>(buf)),
-              kelErrStride);
-}
-
-// Parallel runs give the serial bits and leave the caller's buffer alone;
-// below the threshold (n(n+1)*count < 251) the caller's buffer is used.
-template <class T>
-void serial_equals_parallel(Desc d, int n, int count)
-{
-    SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(d) << " n=" << n << " count=" << count);
-    kt::Objects<T> o(d, count, n, n, 11);
-    Values<T> serial, parallel;
-    {
-        kt::Threads one(1);
-        ASSERT_EQ(values_array(o, n, serial), kelOk);
-    }
-    {
-        kt::Threads two(2);
-        ASSERT_EQ(values_array(o, n, parallel), kelOk);
-    }
-    for (std::size_t e = 0; e < serial.re.size(); ++e) {
-        ASSERT_TRUE(kt::same_bits(serial.re[e], parallel.re[e])) << e;
-        ASSERT_TRUE(kt::same_bits(serial.im[e], parallel.im[e])) << e;
-    }
-    EXPECT_TRUE(o.canaries_intact());
-}
-
-TEST(EigenValues, ParallelRunsMatchSerial)
-{
-    for (Desc d : kAll) {
-        serial_equals_parallel<float>(d, 4, 301);
-        serial_equals_parallel<double>(d, 7, 64);
-        serial_equals_parallel<double>(d, 3, 1001);
-    }
-}
-
 TEST(EigenValues, ParallelThreshold)
 {
     kt::Threads two(2);
@@ -795,71 +736,6 @@ void vector_statuses()
 
 TEST(EigenVectors, Statuses32f) { vector_statuses<float>(); }
 TEST(EigenVectors, Statuses64f) { vector_statuses<double>(); }
-
-TEST(EigenVectors, ArgumentChecksInOrder)
-{
-    float a[64] = {1}, x[64], y[64], re[8], im[8], buf[256];
-    const float* tab[64] = {a};
-    float* xt[64] = {x};
-    float* yt[64] = {y};
-    const float* const* t = tab;
-    // null: src, buffer, real, imaginary, then the vector matrices
-    EXPECT_EQ(kelmEigenValuesVectorsRight_m_32f(a, 12, 4, nullptr, 12, 4, re, im, 0, buf), kelErrNullPointer);
-    EXPECT_EQ(kelmEigenValuesVectors_m_32f(a, 12, 4, x, 12, 4, nullptr, 12, 4, re, im, 0, buf), kelErrNullPointer);
-    EXPECT_EQ(kelmEigenValuesVectorsLeft_m_32f(a, 12, 4, x, 12, 2, re, im, 0, buf), kelErrSize);
-    EXPECT_EQ(kelmEigenValuesVectorsLeft_m_32f(a, 12, 4, x, 12, 2, re, im, 3, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValuesVectorsRight_m_32f_P(t, 0, xt, 2, re, im, 3, buf), kelErrShift);
-    EXPECT_EQ(kelmEigenValuesVectors_m_32f_P(t, 0, xt, 0, yt, -4, re, im, 3, buf), kelErrShift);
-    // arrays: count, then source shift and strides, then destinations' shifts, then their strides
-    EXPECT_EQ(kelmEigenValuesVectorsRight_ma_32f(a, 36, 12, 4, x, 0, 12, 4, re, im, 3, 0, buf), kelErrCount);
-    EXPECT_EQ(kelmEigenValuesVectorsRight_ma_32f(a, 36, 12, 4, x, 0, 12, 4, re, im, 0, 0, buf), kelErrSize);
-    EXPECT_EQ(kelmEigenValuesVectorsRight_ma_32f(a, 36, 12, 4, x, 0, 12, 4, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValuesVectorsLeft_ma_32f_P(t, 2, 0, xt, 0, 36, re, im, 3, 1, buf), kelErrShift);
-    EXPECT_EQ(kelmEigenValuesVectorsLeft_ma_32f_P(t, 0, 0, xt, 2, 36, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValuesVectorsLeft_ma_32f_P(t, 0, 36, xt, 2, 0, re, im, 3, 1, buf), kelErrShift);
-    EXPECT_EQ(kelmEigenValuesVectorsLeft_ma_32f_P(t, 0, 36, xt, 0, 0, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValuesVectors_ma_32f_L(t, 0, 12, 4, xt, 0, 12, 4, yt, 6, 12, 0, re, im, 3, 1, buf), kelErrShift);
-    EXPECT_EQ(kelmEigenValuesVectors_ma_32f_L(t, 0, 12, 4, xt, 0, 12, 4, yt, 4, 12, 0, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValuesVectors_ma_32f_L(t, 0, 0, 4, xt, 2, 12, 4, yt, 4, 12, 0, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValuesVectors_ma_32f_P(t, 0, 36, xt, 0, 36, yt, 0, 0, re, im, 3, 1, buf), kelErrStride);
-    EXPECT_EQ(kelmEigenValuesVectors_ma_32f(a, 36, 12, 4, x, 36, 12, 4, y, 36, 12, 4, re, im, 3, 1, nullptr),
-              kelErrNullPointer);
-}
-
-template <class T>
-void vectors_serial_equals_parallel(Op op, Desc d, int n, int count)
-{
-    SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << name(op) << " " << kt::name(d) << " n=" << n
-                                    << " count=" << count);
-    kt::Objects<T> a(d, count, n, n, 17), x1(d, count, n, n, 1), y1(d, count, n, n, 2), x2(d, count, n, n, 1),
-        y2(d, count, n, n, 2);
-    Values<T> serial, parallel;
-    {
-        kt::Threads one(1);
-        ASSERT_EQ(vectors_array(op, a, x1, y1, n, serial), kelOk);
-    }
-    {
-        kt::Threads two(2);
-        ASSERT_EQ(vectors_array(op, a, x2, y2, n, parallel), kelOk);
-    }
-    for (std::size_t e = 0; e < serial.re.size(); ++e) ASSERT_TRUE(kt::same_bits(serial.re[e], parallel.re[e])) << e;
-    for (int k = 0; k < count; ++k)
-        for (int i = 0; i < n; ++i)
-            for (int j = 0; j < n; ++j) {
-                ASSERT_TRUE(kt::same_bits(x1.at(k, i, j), x2.at(k, i, j)));
-                ASSERT_TRUE(kt::same_bits(y1.at(k, i, j), y2.at(k, i, j)));
-            }
-    EXPECT_TRUE(x2.canaries_intact());
-}
-
-TEST(EigenVectors, ParallelRunsMatchSerial)
-{
-    for (Desc d : kAll) {
-        vectors_serial_equals_parallel<float>(Op::Right, d, 4, 41);
-        vectors_serial_equals_parallel<double>(Op::Left, d, 5, 33);
-        vectors_serial_equals_parallel<double>(Op::Both, d, 7, 12);
-    }
-}
 
 TEST(EigenVectors, ParallelThreshold)
 {

@@ -287,63 +287,6 @@ void singular_in_the_middle()
 TEST(Invert, SingularMatrixStopsTheArray32f) { singular_in_the_middle<float>(); }
 TEST(Invert, SingularMatrixStopsTheArray64f) { singular_in_the_middle<double>(); }
 
-TEST(Invert, ArgumentChecksInOrder)
-{
-    float a[64] = {1}, buf[72], d[64] = {};
-    const float* tab[64] = {a};
-    float* dtab[64] = {d};
-    const float* const* t = tab;
-    float* const* dt = dtab;
-    // null before count before order before strides before shifts.
-    EXPECT_EQ(kelmInvert_m_32f(a, 12, 4, nullptr, d, 0, 2, 0), kelErrNullPointer);
-    EXPECT_EQ(kelmInvert_m_32f(a, 12, 4, buf, d, 12, -4, 3), kelErrStride);
-    EXPECT_EQ(kelmInvert_m_64f(reinterpret_cast<const double*>(a), 24, 4, reinterpret_cast<double*>(buf),
-                               reinterpret_cast<double*>(d), 24, 8, 3), kelErrStride);
-    EXPECT_EQ(kelmInvert_m_32f_P(t, -4, buf, nullptr, 0, 0), kelErrNullPointer);
-    EXPECT_EQ(kelmInvert_m_32f_P(t, -4, buf, dt, 0, 0), kelErrSize);
-    EXPECT_EQ(kelmInvert_m_32f_P(t, 0, buf, dt, 6, 3), kelErrShift);
-    EXPECT_EQ(kelmInvert_ma_32f(nullptr, 36, 12, 4, buf, d, 36, 12, 4, 0, 0), kelErrNullPointer);
-    EXPECT_EQ(kelmInvert_ma_32f(a, 0, 12, 4, buf, d, 36, 12, 4, 0, 0), kelErrCount);
-    EXPECT_EQ(kelmInvert_ma_32f(a, 0, 12, 4, buf, d, 36, 12, 4, 0, 1), kelErrSize);
-    EXPECT_EQ(kelmInvert_ma_32f(a, 36, 12, 4, buf, d, 36, 12, 6, 3, 1), kelErrStride);
-    EXPECT_EQ(kelmInvert_ma_32f_P(t, -4, 0, buf, dt, 0, 36, 3, 0), kelErrCount);
-    EXPECT_EQ(kelmInvert_ma_32f_P(t, -4, 36, buf, dt, 0, 36, 3, 1), kelErrShift);
-    EXPECT_EQ(kelmInvert_ma_32f_L(t, 2, 12, 4, buf, dt, 0, 12, 0, 0, 1), kelErrSize);
-    EXPECT_EQ(kelmInvert_ma_32f_L(t, 2, 12, 4, buf, dt, 0, 12, 0, 3, 1), kelErrStride);
-    EXPECT_EQ(kelmInvert_ma_32f_L(t, 0, 12, 4, buf, dt, 2, 12, 4, 3, 1), kelErrShift);
-    EXPECT_EQ(kelmInvert_ma_64f_L(reinterpret_cast<const double* const*>(t), 0, 24, 8, nullptr,
-                                  reinterpret_cast<double* const*>(dt), 4, 24, 8, 0, 0), kelErrNullPointer);
-    for (float v : d) EXPECT_EQ(v, 0.0f);
-}
-
-// Parallel runs give the serial bits and leave the caller's buffer alone.
-template <class T>
-void parallel_matches_serial(Desc desc, int n, int count)
-{
-    SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " " << kt::name(desc) << " n=" << n << " count=" << count);
-    Objects<T> a(desc, count, n, n, 31), s(desc, count, n, n, 32), p(desc, count, n, n, 33);
-    make_well_conditioned(a, n);
-    std::vector<T> buf(std::size_t(n) * (n + 1), T(123));
-    {
-        kt::Threads one(1);
-        ASSERT_EQ(invert(a, s, n), kelOk);
-    }
-    kt::Threads two(2);
-    ASSERT_EQ(invert(a, p, n, count, buf.data()), kelOk);
-    for (T b : buf) ASSERT_EQ(b, T(123));
-    for (int k = 0; k < count; ++k)
-        for (int i = 0; i < n; ++i)
-            for (int j = 0; j < n; ++j) ASSERT_TRUE(kt::same_bits(s.at(k, i, j), p.at(k, i, j))) << k;
-}
-
-TEST(Invert, ParallelRunsMatchSerial)
-{
-    for (Desc desc : kAllDescs) {
-        parallel_matches_serial<float>(desc, 4, 700);
-        parallel_matches_serial<double>(desc, 7, 200);
-    }
-}
-
 // Whether a call went parallel shows with a singular first matrix: a serial
 // run stops there, a parallel one still inverts the second thread's run.
 template <class T>

@@ -495,61 +495,6 @@ TEST(MulParallel, ThresholdsByMemberDescriptionAndPath)
 
 // --- argument checks -------------------------------------------------------------------------
 
-TEST(MulChecks, StatusOrderAndNothingWritten)
-{
-    float a[64] = {}, x[16] = {}, y[64];
-    const float* at[64] = {};
-    float* yt[64] = {};
-    const float* xt[16] = {};
-    for (int e = 0; e < 64; ++e) at[e] = a, yt[e] = y;
-    for (int e = 0; e < 16; ++e) xt[e] = x;
-    struct Case {
-        const char* what;
-        kelStatus expected;
-        std::function<kelStatus()> call;
-    };
-    const Case cases[] = {
-        {"tv needs length = height", kelErrSizeMismatch, [&] { return kelmMul_tv_32f(a, 8, 4, 2, 3, x, 4, 2, y, 4); }},
-        {"mv mismatch before stride", kelErrSizeMismatch, [&] { return kelmMul_mv_32f(a, 12, 2, 3, 3, x, 4, 4, y, 4); }},
-        {"mv size before mismatch", kelErrSize, [&] { return kelmMul_mv_32f(a, 12, 4, 0, 3, x, 4, 4, y, 4); }},
-        {"mv null vector", kelErrNullPointer, [&] { return kelmMul_mv_32f(a, 12, 4, 0, 3, nullptr, 4, 3, y, 4); }},
-        {"mv_P mismatch before shift", kelErrSizeMismatch,
-         [&] { return kelmMul_mv_32f_P(at, -4, 3, 3, xt, 0, 2, yt, 0); }},
-        {"mva count before size", kelErrCount,
-         [&] { return kelmMul_mva_32f(a, 12, 4, 0, 3, x, 12, 4, 3, y, 12, 4, 0); }},
-        {"mav_P object stride", kelErrStride,
-         [&] { return kelmMul_mav_32f_P(at, 0, 6, 3, 3, xt, 0, 3, yt, 0, 12, 2); }},
-        {"mava_P stride before shift", kelErrStride,
-         [&] { return kelmMul_mava_32f_P(at, -4, 36, 3, 3, xt, 0, 0, 3, yt, 0, 12, 2); }},
-        {"mava_L shift", kelErrShift,
-         [&] { return kelmMul_mava_32f_L(at, 2, 12, 4, 3, 3, xt, 0, 4, 3, yt, 0, 4, 2); }},
-        {"tva_L zero element stride", kelErrStride,
-         [&] { return kelmMul_tva_32f_L(a, 12, 4, 3, 3, xt, 0, 0, 3, yt, 0, 4, 2); }},
-        {"mc size before stride", kelErrSize, [&] { return kelmMul_mc_32f(a, 12, 2, 2.0f, y, 12, 4, 0, 3); }},
-        {"tc_P shift", kelErrShift, [&] { return kelmMul_tc_32f_P(at, -4, 2.0f, yt, 0, 3, 3); }},
-        {"mac count", kelErrCount, [&] { return kelmMul_mac_32f(a, 36, 12, 4, 2.0f, y, 36, 12, 4, 0, 3, 0); }},
-        {"tac_L element stride", kelErrStride,
-         [&] { return kelmMul_tac_32f_L(at, 0, 12, 0, 2.0f, yt, 0, 12, 4, 3, 3, 2); }},
-        {"vc stride", kelErrStride, [&] { return kelmMul_vc_32f(x, 6, 2.0f, y, 4, 3); }},
-        {"vac_P negative stride", kelErrStride,
-         [&] { return kelmMul_vac_32f_P(xt, 0, -12, 2.0f, yt, 0, 12, 3, 2); }},
-        {"vca null constants", kelErrNullPointer,
-         [&] { return kelmMul_vca_32f(x, 4, nullptr, 4, y, 12, 4, 3, 2); }},
-        {"vca_P constants stride", kelErrStride, [&] { return kelmMul_vca_32f_P(xt, 0, x, 2, yt, 0, 12, 3, 2); }},
-        {"vca_L constants shift", kelErrShift, [&] { return kelmMul_vca_32f_L(x, 4, xt, 2, yt, 0, 4, 3, 2); }},
-        {"vaca length", kelErrSize, [&] { return kelmMul_vaca_32f(x, 12, 4, x, 4, y, 12, 4, 0, 2); }},
-    };
-    for (const Case& c : cases) {
-        std::fill(std::begin(y), std::end(y), 7.0f);
-        EXPECT_EQ(c.call(), c.expected) << c.what;
-        for (float v : y) ASSERT_EQ(v, 7.0f) << c.what;
-    }
-    // 64f: a stride of 4 is not a multiple of the element size.
-    double ad[9] = {}, xd[3] = {}, yd[3] = {5, 5, 5};
-    EXPECT_EQ(kelmMul_mv_64f(ad, 24, 4, 3, 3, xd, 8, 3, yd, 8), kelErrStride);
-    EXPECT_EQ(yd[0], 5.0);
-}
-
 }  // namespace
 
 // Arrays of square matrices run several objects per vector: an odd count

@@ -210,55 +210,6 @@ TEST(Norm, TraceKeepsRunningSumInDestination)
     EXPECT_EQ(m[3], 2.0f);  // dst = 0; dst = dst + d0 = 1; dst = dst + d1 (now 1) = 2
 }
 
-// Each member's check order, several faults at once.
-TEST(Norm, ArgumentChecksInOrder)
-{
-    float a[64] = {};
-    const float* t[64];
-    for (auto& p : t) p = a;
-    float r[4];
-    struct Row {
-        const char* what;
-        std::function<kelStatus()> call;
-        kelStatus want;
-    };
-    const Row rows[] = {
-        {"v null before size", [&] { return kelmL2Norm_v_32f(nullptr, 2, r, 0); }, kelErrNullPointer},
-        {"v dst null", [&] { return kelmL2Norm_v_32f(a, 4, nullptr, 3); }, kelErrNullPointer},
-        {"v size before stride", [&] { return kelmL2Norm_v_32f(a, 2, r, 0); }, kelErrSize},
-        {"v stride 6", [&] { return kelmL2Norm_v_32f(a, 6, r, 3); }, kelErrStride},
-        {"v 64f stride 4", [&] { return kelmL2Norm_v_64f(reinterpret_cast<double*>(a), 4, reinterpret_cast<double*>(r), 3); }, kelErrStride},
-        {"v stride 0", [&] { return kelmL2Norm_v_32f(a, 0, r, 3); }, kelErrStride},
-        {"v_P size before shift", [&] { return kelmL2Norm_v_32f_P(t, -4, r, 0); }, kelErrSize},
-        {"v_P shift -4", [&] { return kelmL2Norm_v_32f_P(t, -4, r, 3); }, kelErrShift},
-        {"va count before size", [&] { return kelmL2Norm_va_32f(a, 2, 2, r, 0, 0); }, kelErrCount},
-        {"va size before stride", [&] { return kelmL2Norm_va_32f(a, 2, 4, r, 0, 1); }, kelErrSize},
-        {"va negative obj stride", [&] { return kelmL2Norm_va_32f(a, -12, 4, r, 3, 1); }, kelErrStride},
-        {"va_P stride before shift", [&] { return kelmL2Norm_va_32f_P(t, 2, 0, r, 3, 1); }, kelErrStride},
-        {"va_P shift 2", [&] { return kelmL2Norm_va_32f_P(t, 2, 12, r, 3, 1); }, kelErrShift},
-        {"va_L count first", [&] { return kelmL2Norm_va_32f_L(t, 2, 3, r, 0, 0); }, kelErrCount},
-        {"va_L stride before shift", [&] { return kelmL2Norm_va_32f_L(t, 2, 3, r, 3, 1); }, kelErrStride},
-        {"m height before stride", [&] { return kelmFrobNorm_m_32f(a, 2, 4, 3, 0, r); }, kelErrSize},
-        {"m row stride 0", [&] { return kelmFrobNorm_m_32f(a, 0, 4, 3, 3, r); }, kelErrStride},
-        {"m_P null before size", [&] { return kelmFrobNorm_m_32f_P(nullptr, 2, 0, 3, r); }, kelErrNullPointer},
-        {"m_P width before shift", [&] { return kelmFrobNorm_m_32f_P(t, 2, 0, 3, r); }, kelErrSize},
-        {"ma count before size", [&] { return kelmFrobNorm_ma_32f(a, 2, 2, 2, 0, 0, r, 0); }, kelErrCount},
-        {"ma_P size before stride", [&] { return kelmFrobNorm_ma_32f_P(t, 2, 0, 3, 0, r, 1); }, kelErrSize},
-        {"ma_L shift 2", [&] { return kelmFrobNorm_ma_32f_L(t, 2, 12, 4, 3, 3, r, 1); }, kelErrShift},
-        {"trace m size 0 before stride", [&] { return kelmTrace_m_32f(a, 2, 2, 0, r); }, kelErrSize},
-        {"trace m_P size 0 before shift", [&] { return kelmTrace_m_32f_P(t, 2, 0, r); }, kelErrSize},
-        {"trace m_P shift 2", [&] { return kelmTrace_m_32f_P(t, 2, 3, r); }, kelErrShift},
-        {"trace ma dst null first", [&] { return kelmTrace_ma_32f(a, 2, 2, 2, 0, nullptr, 0); }, kelErrNullPointer},
-        {"trace ma_P count before size", [&] { return kelmTrace_ma_32f_P(t, 2, 2, 0, r, 0); }, kelErrCount},
-        {"trace ma_L 64f stride 12", [&] { return kelmTrace_ma_64f_L(reinterpret_cast<const double* const*>(t), 0, 32, 12, 3, reinterpret_cast<double*>(r), 1); }, kelErrStride},
-    };
-    for (const Row& row : rows) {
-        for (float& x : r) x = -77;
-        EXPECT_EQ(row.call(), row.want) << row.what;
-        for (float x : r) EXPECT_EQ(x, -77.0f) << row.what;
-    }
-}
-
 // Serial when the work measure is at most the member's limit, parallel above.
 // Inside an active region the runtime refuses to fork and a parallel run does
 // only its first block: that shows which path ran.
@@ -309,31 +260,5 @@ void thresholds()
 
 TEST(Norm, ThresholdsDecideParallel32f) { thresholds<float>(); }
 TEST(Norm, ThresholdsDecideParallel64f) { thresholds<double>(); }
-
-// Threads split arrays at odd places; every split gives the serial bits.
-template <class T>
-void parallel_equals_serial()
-{
-    for (const Shape& s : {Shape{Op::L2, 1, 3}, Shape{Op::L2, 1, 4}, Shape{Op::L2, 1, 13}, Shape{Op::Frob, 4, 4},
-                           Shape{Op::Frob, 3, 5}, Shape{Op::Trace, 5, 5}, Shape{Op::Trace, 6, 6}})
-        for (Desc d : kAll) {
-            SCOPED_TRACE(testing::Message() << op_name(s.op) << " " << kt::name(d));
-            const int count = 1999;
-            kt::Objects<T> o(d, count, s.h, s.w, 5);
-            std::vector<T> one(count), many(count);
-            {
-                kt::Threads t(1);
-                ASSERT_EQ(run_array(s.op, o, s.h, s.w, one.data()), kelOk);
-            }
-            for (int n : {2, 3}) {
-                kt::Threads t(n);
-                ASSERT_EQ(run_array(s.op, o, s.h, s.w, many.data()), kelOk);
-                for (int k = 0; k < count; ++k) ASSERT_TRUE(kt::same_bits(one[k], many[k])) << n << " " << k;
-            }
-        }
-}
-
-TEST(Norm, ParallelEqualsSerial32f) { parallel_equals_serial<float>(); }
-TEST(Norm, ParallelEqualsSerial64f) { parallel_equals_serial<double>(); }
 
 }  // namespace

@@ -82,26 +82,6 @@ TEST(Transpose, MovesBitsInEveryDescriptionAndShape64f) { transposes_every_shape
 TEST(Transpose, LargeContiguousArrays32f) { transposes_bits<float>(33, 7, {80}); }
 TEST(Transpose, LargeContiguousArrays64f) { transposes_bits<double>(33, 7, {80}); }
 
-template <class T>
-void transpose_check_orders()
-{
-    for (const auto& [m, array] : transpose_members<T>()) {
-        const int count = array ? 2 : 1;
-        Objects<T> src(mv::layouts(m.forms[0])[0], count, 3, 4), dst(mv::layouts(m.forms[1])[0], count, 4, 3);
-        const auto before = dst.snapshot();
-        const Setup<T> valid{{mv::operand(src), mv::operand(dst)}, {m.forms[0], m.forms[1]}, 3, 4, count};
-        mv::check_order(m, valid, [&] { return dst.unchanged_since(before); });
-        if (array && m.forms[0] != 'L') {  // object strides are tested even for one matrix
-            Setup<T> one = valid;
-            one.count = 1;
-            one.op[1].obj = 0;
-            EXPECT_EQ(m.call(one), kelErrStride) << m.name;
-        }
-    }
-}
-TEST(Transpose, ChecksInEachMembersOrder32f) { transpose_check_orders<float>(); }
-TEST(Transpose, ChecksInEachMembersOrder64f) { transpose_check_orders<double>(); }
-
 // The strip mover with stores that bypass the cache (no call reaches it)
 // moves the same bits as the ordinary one.
 TEST(Transpose, StreamingStripMoverMatchesTheOrdinaryOne)
