@@ -356,15 +356,9 @@ TEST(DotCrossParallel, LargeArraysMatchTheReferenceOnTwoThreads)
 }
 
 
-struct Probe {
-    std::string what;
-    int threshold;
-    std::function<int(int)> work;
-    std::function<bool(int count, bool& usable)> lastUnwritten;
-};
 
 template <class T>
-Probe dot_probe(Dk kind, Desc f, int n, int threshold)
+kt::Probe dot_probe(Dk kind, Desc f, int n, int threshold)
 {
     const std::string what = std::string("dot ") + name(kind) + " " + kt::type_name<T>() + " " + kt::name(f);
     auto work = [=](int c) { return kind == Dk::vav ? n * c + n : 2 * n * c; };
@@ -377,7 +371,7 @@ Probe dot_probe(Dk kind, Desc f, int n, int threshold)
 }
 
 template <class T>
-Probe cross_probe(Ck kind, Desc f)
+kt::Probe cross_probe(Ck kind, Desc f)
 {
     const std::string what = std::string("cross ") + name(kind) + " " + kt::type_name<T>() + " " + kt::name(f);
     auto work = [=](int c) { return kind == Ck::vava ? 3 * c : 2 * c + 1; };
@@ -389,12 +383,9 @@ Probe cross_probe(Ck kind, Desc f)
             }};
 }
 
-void check_probes(const std::vector<Probe>& probes)
+void check_probes(const std::vector<kt::Probe>& probes)
 {
-    for (const Probe& p : probes) {
-        if (!kt::expect_threshold_edge(p.what, p.threshold, p.work, p.lastUnwritten))
-            GTEST_SKIP() << "the runtime gave no two-thread team";
-    }
+    KT_EXPECT_THRESHOLD_EDGES(probes);
 }
 
 TEST(DotCrossParallel, ThresholdsByMemberDescriptionAndPath)
@@ -418,6 +409,5 @@ TEST(DotCrossParallel, ThresholdsByMemberDescriptionAndPath)
     });
 }
 
-// --- argument checks ---------------------------------------------------------------------
 
 }  // namespace

@@ -432,6 +432,5 @@ void thresholds()
 TEST(EigenSym, ParallelThresholds32f) { thresholds<float>(); }
 TEST(EigenSym, ParallelThresholds64f) { thresholds<double>(); }
 
-// --- argument checks ------------------------------------------------------------------
 
 }  // namespace

@@ -420,15 +420,9 @@ TEST(MulParallel, ArraysAboveTheThresholdsMatchTheReference)
 }
 
 
-struct Probe {
-    const char* what;
-    int threshold;
-    std::function<int(int)> work;                      // work measure for a count
-    std::function<bool(int count, bool& usable)> run;  // true when the last object was left unwritten
-};
 
 template <class T>
-Probe mv_probe(const char* what, Mv kind, bool tr, Desc f, int w, int h, int threshold, std::function<int(int)> work)
+kt::Probe mv_probe(const char* what, Mv kind, bool tr, Desc f, int w, int h, int threshold, std::function<int(int)> work)
 {
     return {what, threshold, work, [=](int count, bool& usable) {
                 MvCall<T> c(kind, tr, f, w, h, tr ? h : w, count);
@@ -439,7 +433,7 @@ Probe mv_probe(const char* what, Mv kind, bool tr, Desc f, int w, int h, int thr
 }
 
 template <class T>
-Probe bc_probe(const char* what, Bc kind, bool tr, Desc f, int w, int h, int threshold, std::function<int(int)> work)
+kt::Probe bc_probe(const char* what, Bc kind, bool tr, Desc f, int w, int h, int threshold, std::function<int(int)> work)
 {
     return {what, threshold, work, [=](int count, bool& usable) {
                 BcCall<T> c(kind, tr, f, w, h, count);
@@ -459,7 +453,7 @@ TEST(MulParallel, ThresholdsByMemberDescriptionAndPath)
     auto vac = [](int n) { return [=](int c) { return 2 * n * c; }; };
     auto vca = [](int n) { return [=](int c) { return n * c + n + c; }; };
     auto vaca = [](int n) { return [=](int c) { return 2 * n * c + c; }; };
-    const Probe probes[] = {
+    const kt::Probe probes[] = {
         mv_probe<float>("mva 32f contiguous", Mv::mva, false, Desc::Contig, 2, 2, 2500, mva(2, 2)),
         mv_probe<double>("mva 64f contiguous", Mv::mva, false, Desc::Contig, 2, 2, 3600, mva(2, 2)),
         mv_probe<float>("tva 32f general strides", Mv::mva, true, Desc::Strided, 2, 2, 1440, mva(2, 2)),
@@ -487,13 +481,9 @@ TEST(MulParallel, ThresholdsByMemberDescriptionAndPath)
         bc_probe<float>("vaca 32f list general", Bc::vaca, false, Desc::ListS2, 4, 1, 1200, vaca(4)),
         bc_probe<float>("vaca 32f pointer", Bc::vaca, false, Desc::Pointer, 4, 1, 650, vaca(4)),
     };
-    for (const Probe& p : probes) {
-        if (!kt::expect_threshold_edge(p.what, p.threshold, p.work, p.run))
-            GTEST_SKIP() << "the runtime gave no two-thread team";
-    }
+    KT_EXPECT_THRESHOLD_EDGES(probes);
 }
 
-// --- argument checks -------------------------------------------------------------------------
 
 }  // namespace
 

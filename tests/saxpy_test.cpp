@@ -361,15 +361,9 @@ TEST(SaxpyParallel, LargeArraysMatchTheReferenceOnTwoThreads)
 }
 
 
-struct Probe {
-    std::string what;
-    int threshold;
-    std::function<int(int)> work;
-    std::function<bool(int count, bool& usable)> lastUnwritten;
-};
 
 template <class T>
-Probe scaled_probe(Sk kind, Desc f, int n, int threshold)
+kt::Probe scaled_probe(Sk kind, Desc f, int n, int threshold)
 {
     const bool two = x_array(kind) && y_array(kind);
     auto work = [=](int c) { return two ? 3 * n * c : n * (2 * c + 1); };
@@ -383,7 +377,7 @@ Probe scaled_probe(Sk kind, Desc f, int n, int threshold)
 }
 
 template <class T>
-Probe gaxpy_probe(Gk kind, Desc f, int w, int h, int threshold)
+kt::Probe gaxpy_probe(Gk kind, Desc f, int w, int h, int threshold)
 {
     auto work = [=](int c) { return kind == Gk::mva ? (w + 2 * h) * c : w * c + h + h * c; };
     return {std::string("Gaxpy ") + name(kind) + " " + kt::type_name<T>() + " " + kt::name(f), threshold, work,
@@ -397,7 +391,7 @@ Probe gaxpy_probe(Gk kind, Desc f, int w, int h, int threshold)
 
 TEST(SaxpyParallel, ThresholdsByMemberDescriptionAndPath)
 {
-    const Probe probes[] = {
+    const kt::Probe probes[] = {
         scaled_probe<float>(Sk::saxpy_vav, Desc::Contig, 10, 3000),  // count 150 (work 3010) goes parallel
         scaled_probe<double>(Sk::saxpy_vva, Desc::Contig, 3, 3000),
         scaled_probe<float>(Sk::saxpy_vav, Desc::Strided, 10, 2000),
@@ -424,12 +418,8 @@ TEST(SaxpyParallel, ThresholdsByMemberDescriptionAndPath)
         gaxpy_probe<float>(Gk::mvav, Desc::Pointer, 4, 4, 4500),
         gaxpy_probe<double>(Gk::mva, Desc::Pointer, 4, 4, 7000),
     };
-    for (const Probe& p : probes) {
-        if (!kt::expect_threshold_edge(p.what, p.threshold, p.work, p.lastUnwritten))
-            GTEST_SKIP() << "the runtime gave no two-thread team";
-    }
+    KT_EXPECT_THRESHOLD_EDGES(probes);
 }
 
-// --- argument checks ---------------------------------------------------------------------
 
 }  // namespace

@@ -200,4 +200,20 @@ bool expect_threshold_edge(const std::string& what, int threshold, Work work, Un
     return true;
 }
 
+// One member's parallel threshold: a name, the threshold, the member's work
+// measure for a count, and a call on a count that tells whether the last
+// object was left unwritten (usable false when the probe could not run).
+struct Probe {
+    std::string what;
+    int threshold;
+    std::function<int(int)> work;
+    std::function<bool(int count, bool& usable)> lastUnwritten;
+};
+
+// Every probe's edge; skips the test when the runtime gives no two-thread team.
+#define KT_EXPECT_THRESHOLD_EDGES(probes)                                                         \
+    for (const kt::Probe& p_ : probes)                                                           \
+        if (!kt::expect_threshold_edge(p_.what, p_.threshold, p_.work, p_.lastUnwritten))      \
+    GTEST_SKIP() << "the runtime gave no two-thread team"
+
 }  // namespace kt
