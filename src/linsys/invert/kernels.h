@@ -349,7 +349,7 @@ KELM_INV_INLINE int inv_block(const Sd& s, const Dd& d, ptrdiff_t k, int live, t
 // The closed forms over an array, order fixed at compile time: the function
 // compiled for both vector widths.
 template <int N, class Sd, class Dd>
-static KELM_WIDE kelStatus inv_closed_forms_ma(const Sd& s, const Dd& d, int count, typename Sd::Elem tau)
+static KELM_WIDE_V4 kelStatus inv_closed_forms_ma(const Sd& s, const Dd& d, int count, typename Sd::Elem tau)
 {
     using T = typename Sd::Elem;
     constexpr int L = int(sizeof(typename InvLanes<T>::type) / sizeof(T));
