@@ -329,6 +329,45 @@ TEST(CrossProduct, ContiguousPairMayWriteOverEitherSource)
     check_cross_in_place<double>();
 }
 
+// Arrays of contiguous vectors run several objects at a time and read each
+// object as four elements; the gaps between objects must come out untouched,
+// the last object of an array as exact as the others, and an array written
+// over its first source must equal a fresh run.
+template <class T>
+void check_cross_vector_blocks()
+{
+    std::mt19937 g(7);
+    std::uniform_real_distribution<double> u(-4.0, 4.0);
+    for (int stride : {3, 4, 6})
+        for (int count : {8, 9, 16, 17, 23}) {
+            SCOPED_TRACE(testing::Message() << kt::type_name<T>() << " stride " << stride << " count " << count);
+            const std::size_t n = std::size_t(stride) * std::size_t(count);
+            std::vector<T> x(n), y(n), d(n, T(-7.0));
+            for (std::size_t i = 0; i < n; ++i) x[i] = T(u(g)), y[i] = T(u(g));
+            std::vector<T> want = d;
+            for (int k = 0; k < count; ++k) {
+                const T* a = &x[std::size_t(k * stride)];
+                const T* b = &y[std::size_t(k * stride)];
+                T* r = &want[std::size_t(k * stride)];
+                r[0] = a[1] * b[2] - a[2] * b[1], r[1] = a[2] * b[0] - a[0] * b[2], r[2] = a[0] * b[1] - a[1] * b[0];
+            }
+            const int os = stride * int(sizeof(T)), es = int(sizeof(T));
+            ASSERT_EQ(KT_PICK(T, kelmCrossProduct_vava, )(x.data(), os, es, y.data(), os, es, d.data(), os, es, count), kelOk);
+            for (std::size_t i = 0; i < n; ++i) ASSERT_TRUE(kt::same_bits(d[i], want[i])) << "element " << i;
+            if (stride == 3) continue;  // packed: writing over a source changes the next object's input
+            for (int k = 0; k < count; ++k)
+                for (int i = 3; i < stride; ++i) want[std::size_t(k * stride + i)] = x[std::size_t(k * stride + i)];
+            ASSERT_EQ(KT_PICK(T, kelmCrossProduct_vava, )(x.data(), os, es, y.data(), os, es, x.data(), os, es, count), kelOk);
+            for (std::size_t i = 0; i < n; ++i) ASSERT_TRUE(kt::same_bits(x[i], want[i])) << "in place, element " << i;
+        }
+}
+
+TEST(CrossProduct, ContiguousArraysInBlocksKeepGapsAndLastObject)
+{
+    check_cross_vector_blocks<float>();
+    check_cross_vector_blocks<double>();
+}
+
 // --- parallel runs -------------------------------------------------------------------
 
 TEST(DotCrossParallel, LargeArraysMatchTheReferenceOnTwoThreads)

@@ -236,11 +236,122 @@ inline void cross_one(const A& a, const B& b, const R& r)
     r[2] = r2;
 }
 
+// Arrays of contiguous vectors, several objects at a time, each lane doing
+// cross_one's six products and three differences.  Every object is loaded
+// as four elements: the fourth belongs to the gap before the next object (or
+// to the next object when they are packed), so these blocks never reach the
+// last object of an array, nor an operand of object stride 0.  The writes
+// are exactly the three elements, after all reads of the block.
+template <class T>
+inline bool cross_blocks_fit(const Strided<T, true>& s)
+{
+    return s.obj >= ptrdiff_t(3 * sizeof(T));
+}
+
+inline void cross_store(Bytes p, vx::f4 o)  // o = (r0, -, r1, r2)
+{
+    __builtin_memcpy(p, &o, 4);
+    __builtin_memcpy(p + 4, reinterpret_cast<const char*>(&o) + 8, 8);
+}
+
+// Eight objects from p, q (sources) and r (destination), object strides ps,
+// qs and rs bytes: the vector pairs (0, 1), (2, 3), ... fill the two halves
+// of four rows, transposed within each half by shuffles, so that lane j of
+// the low (high) half holds object 2j (2j + 1).
+template <int Packed = 0>
+inline void cross8_block32(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r, ptrdiff_t rs)
+{
+    if constexpr (Packed != 0) ps = qs = rs = Packed;
+    using vx::f4;
+    using vx::f8;
+    const auto columns = [](Bytes s, ptrdiff_t ss, f8& c0, f8& c1, f8& c2) {
+        f8 row[4];
+        for (int j = 0; j < 4; ++j, s += 2 * ss)
+            row[j] = vx::join(vx::load<f4, 4>(reinterpret_cast<const float*>(s)),
+                              vx::load<f4, 4>(reinterpret_cast<const float*>(s + ss)));
+        const f8 t0 = __builtin_shufflevector(row[0], row[1], 0, 8, 1, 9, 4, 12, 5, 13);
+        const f8 t1 = __builtin_shufflevector(row[0], row[1], 2, 10, 3, 11, 6, 14, 7, 15);
+        const f8 t2 = __builtin_shufflevector(row[2], row[3], 0, 8, 1, 9, 4, 12, 5, 13);
+        const f8 t3 = __builtin_shufflevector(row[2], row[3], 2, 10, 3, 11, 6, 14, 7, 15);
+        c0 = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
+        c1 = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
+        c2 = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
+    };
+    f8 a0, a1, a2, b0, b1, b2;
+    columns(p, ps, a0, a1, a2);
+    columns(q, qs, b0, b1, b2);
+    const f8 r0 = a1 * b2 - a2 * b1;
+    const f8 r1 = a2 * b0 - a0 * b2;
+    const f8 r2 = a0 * b1 - a1 * b0;
+    const f8 v0 = __builtin_shufflevector(r1, r2, 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 v1 = __builtin_shufflevector(r1, r2, 2, 10, 3, 11, 6, 14, 7, 15);
+    const f8 o[4] = {__builtin_shufflevector(r0, v0, 0, 0, 8, 9, 4, 4, 12, 13),
+                     __builtin_shufflevector(r0, v0, 1, 1, 10, 11, 5, 5, 14, 15),
+                     __builtin_shufflevector(r0, v1, 2, 2, 8, 9, 6, 6, 12, 13),
+                     __builtin_shufflevector(r0, v1, 3, 3, 10, 11, 7, 7, 14, 15)};
+    for (int j = 0; j < 4; ++j, r += 2 * rs) {
+        cross_store(r, vx::lo(o[j]));
+        cross_store(r + rs, vx::hi(o[j]));
+    }
+}
+
+// Four 64f objects, one per lane, transposed by shuffles as cross8_block32.
+inline void cross4_block64(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r, ptrdiff_t rs)
+{
+    using vx::d2;
+    using vx::d4;
+    const auto columns = [](Bytes s, ptrdiff_t ss, d4& c0, d4& c1, d4& c2) {
+        d4 row[4];
+        for (int j = 0; j < 4; ++j, s += ss) row[j] = vx::load<d4, 4>(reinterpret_cast<const double*>(s));
+        const d4 t0 = __builtin_shufflevector(row[0], row[1], 0, 4, 2, 6);  // a0 b0 a2 b2
+        const d4 t1 = __builtin_shufflevector(row[0], row[1], 1, 5, 3, 7);  // a1 b1 - -
+        const d4 t2 = __builtin_shufflevector(row[2], row[3], 0, 4, 2, 6);
+        const d4 t3 = __builtin_shufflevector(row[2], row[3], 1, 5, 3, 7);
+        c0 = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
+        c1 = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
+        c2 = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+    };
+    d4 a0, a1, a2, b0, b1, b2;
+    columns(p, ps, a0, a1, a2);
+    columns(q, qs, b0, b1, b2);
+    const d4 r0 = a1 * b2 - a2 * b1;
+    const d4 r1 = a2 * b0 - a0 * b2;
+    const d4 r2 = a0 * b1 - a1 * b0;
+    const d4 u0 = __builtin_shufflevector(r0, r1, 0, 4, 2, 6);  // objects 0 and 2
+    const d4 u1 = __builtin_shufflevector(r0, r1, 1, 5, 3, 7);  // objects 1 and 3
+    const d2 w01 = __builtin_shufflevector(r2, r2, 0, 1), w23 = __builtin_shufflevector(r2, r2, 2, 3);
+    const auto put = [](Bytes o, d2 v, double z) {
+        __builtin_memcpy(o, &v, 16);
+        __builtin_memcpy(o + 16, &z, 8);
+    };
+    put(r, __builtin_shufflevector(u0, u0, 0, 1), w01[0]);
+    put(r + rs, __builtin_shufflevector(u1, u1, 0, 1), w01[1]);
+    put(r + 2 * rs, __builtin_shufflevector(u0, u0, 2, 3), w23[0]);
+    put(r + 3 * rs, __builtin_shufflevector(u1, u1, 2, 3), w23[1]);
+}
+
 template <class X, class Y, class D>
 static KELM_WIDE __attribute__((flatten)) void cross_objects(int count, const X& x, const Y& y, const D& d)
 {
     using T = typename D::Elem;
-    for (int k = 0; k < count; ++k) cross_one<T>(x[k], y[k], d[k]);
+    int k = 0;
+    if constexpr (std::is_same_v<X, Strided<float, true>> && std::is_same_v<Y, X> && std::is_same_v<D, X>) {
+        if (cross_blocks_fit(x) && cross_blocks_fit(y)) {
+            Bytes p = x.base, q = y.base, r = d.base;
+            if (x.obj == 16 && y.obj == 16 && d.obj == 16)
+                for (; k + 8 < count; k += 8, p += 128, q += 128, r += 128) cross8_block32<16>(p, 16, q, 16, r, 16);
+            for (; k + 8 < count; k += 8, p += 8 * x.obj, q += 8 * y.obj, r += 8 * d.obj)
+                cross8_block32(p, x.obj, q, y.obj, r, d.obj);
+        }
+    }
+    if constexpr (std::is_same_v<X, Strided<double, true>> && std::is_same_v<Y, X> && std::is_same_v<D, X>) {
+        if (cross_blocks_fit(x) && cross_blocks_fit(y)) {
+            Bytes p = x.base, q = y.base, r = d.base;
+            for (; k + 4 < count; k += 4, p += 4 * x.obj, q += 4 * y.obj, r += 4 * d.obj)
+                cross4_block64(p, x.obj, q, y.obj, r, d.obj);
+        }
+    }
+    for (; k < count; ++k) cross_one<T>(x[k], y[k], d[k]);
 }
 
 // The kernel of every cross-product member and description (a single operand
