@@ -150,41 +150,59 @@ static KELM_WIDE __attribute__((flatten)) void add_last(int count, const Z& z, c
     }
 }
 
-// 32f order 4, packed x, z and d: two vectors per step, each half of an
-// eight-lane value one vector.  Lane i of a half sums a(i, j) x(j) from zero
-// in ascending j, then adds z(i): the order of the product-then-z path.
-// Arrays larger than the cache stream d to memory, four vectors a step.
-[[maybe_unused]] static KELM_WIDE void gaxpy4_packed32(int count, const float* a, ptrdiff_t aRow, const float* x,
-                                                       const float* z, float* d)
+// Order 4, packed x, z and d, one matrix: each step is a vector of lanes
+// holding one 4-vector (64f) or two (32f, one per half).  Lane i sums
+// a(i, j) x(j) from zero in ascending j, then adds z(i): the order of the
+// product-then-z path.  Arrays larger than the cache stream d to memory, 64
+// bytes a step pair.
+template <class T>
+static KELM_WIDE void gaxpy4_packed(int count, const T* a, ptrdiff_t aRow, const T* x, const T* z, T* d)
 {
     using namespace vx;
-    const auto row = [&](int i) { return reinterpret_cast<const float*>(reinterpret_cast<const char*>(a) + i * aRow); };
-    f8 c[4];
-    for (int j = 0; j < 4; ++j) c[j] = twice(f4{row(0)[j], row(1)[j], row(2)[j], row(3)[j]});
-    const auto pair = [&](int k) {
-        const f8 xs = load<f8, 8>(x + 4 * k);
-        f8 s = f8{} + c[0] * splat_halves<0>(xs);
-        s = s + c[1] * splat_halves<1>(xs);
-        s = s + c[2] * splat_halves<2>(xs);
-        s = s + c[3] * splat_halves<3>(xs);
-        return s + load<f8, 8>(z + 4 * k);
+    using V = std::conditional_t<std::is_same_v<T, float>, f8, d4>;
+    constexpr int per = int(sizeof(V) / (4 * sizeof(T)));  // vectors per step
+    const auto row = [&](int i) { return reinterpret_cast<const T*>(reinterpret_cast<const char*>(a) + i * aRow); };
+    V c[4];
+    for (int j = 0; j < 4; ++j) {
+        if constexpr (per == 2)
+            c[j] = twice(f4{row(0)[j], row(1)[j], row(2)[j], row(3)[j]});
+        else
+            c[j] = d4{row(0)[j], row(1)[j], row(2)[j], row(3)[j]};
+    }
+    const auto step = [&](int k) {
+        const T* xk = x + 4 * k;
+        V xs[4];
+        if constexpr (per == 2) {
+            const f8 both = load<f8, 8>(xk);
+            xs[0] = splat_halves<0>(both), xs[1] = splat_halves<1>(both);
+            xs[2] = splat_halves<2>(both), xs[3] = splat_halves<3>(both);
+        } else {
+            for (int j = 0; j < 4; ++j) xs[j] = d4{xk[j], xk[j], xk[j], xk[j]};
+        }
+        V s = V{} + c[0] * xs[0];
+        s = s + c[1] * xs[1];
+        s = s + c[2] * xs[2];
+        s = s + c[3] * xs[3];
+        return s + load<V, 4 * per>(z + 4 * k);
     };
     int k = 0;
-    if (beyond_cache(std::size_t(count) * 48) && aligned16(d)) {
-        for (; k + 4 <= count; k += 4) {
-            const f8 r[2] = {pair(k), pair(k + 2)};
-            stream64(d + 4 * k, reinterpret_cast<const float*>(r));
+    if (beyond_cache(std::size_t(count) * 12 * sizeof(T)) && aligned16(d)) {
+        for (; k + 2 * per <= count; k += 2 * per) {
+            const V r[2] = {step(k), step(k + per)};
+            stream64(d + 4 * k, reinterpret_cast<const T*>(r));
         }
         stream_fence();
     }
-    for (; k + 2 <= count; k += 2) store<8>(d + 4 * k, pair(k));
-    if (k < count) {
-        const f4 xs = load<f4, 4>(x + 4 * k);
-        f4 s = f4{} + lo(c[0]) * splat<0>(xs);
-        s = s + lo(c[1]) * splat<1>(xs);
-        s = s + lo(c[2]) * splat<2>(xs);
-        s = s + lo(c[3]) * splat<3>(xs);
-        store<4>(d + 4 * k, s + load<f4, 4>(z + 4 * k));
+    for (; k + per <= count; k += per) store<4 * per>(d + 4 * k, step(k));
+    if constexpr (per == 2) {
+        if (k < count) {
+            const f4 xs = load<f4, 4>(x + 4 * k);
+            f4 s = f4{} + lo(c[0]) * splat<0>(xs);
+            s = s + lo(c[1]) * splat<1>(xs);
+            s = s + lo(c[2]) * splat<2>(xs);
+            s = s + lo(c[3]) * splat<3>(xs);
+            store<4>(d + 4 * k, s + load<f4, 4>(z + 4 * k));
+        }
     }
 }
 
@@ -197,12 +215,12 @@ struct ownkelmGaxpy_mva {  // also mv and mvav
     kelStatus operator()(int count, const A& a, const X& x, const Z& z, const D& d) const
     {
         using T = typename D::Elem;
-        if constexpr (std::is_same_v<T, float> && std::is_same_v<A, Strided<T, true>> &&
+        if constexpr (std::is_same_v<A, Strided<T, true>> &&
                       std::is_same_v<X, Strided<T, true>> && std::is_same_v<Z, Strided<T, true>> &&
                       std::is_same_v<D, Strided<T, true>>) {
             if (w == 4 && h == 4 && packed_vectors(x, count, 4) && packed_vectors(z, count, 4) &&
                 packed_vectors(d, count, 4)) {
-                gaxpy4_packed32(count, &elem_at<T>(a.base), a.row, &elem_at<T>(x.base), &elem_at<T>(z.base),
+                gaxpy4_packed<T>(count, &elem_at<T>(a.base), a.row, &elem_at<T>(x.base), &elem_at<T>(z.base),
                                 &elem_at<T>(d.base));
                 return kelOk;
             }
