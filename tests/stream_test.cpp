@@ -1,5 +1,5 @@
 // Calls whose arrays exceed the machine's largest cache: the element-wise,
-// copy, by-constant, Saxpy/LComb and Gaxpy runs switch to streaming stores
+// copy, transpose, by-constant, Saxpy/LComb and Gaxpy runs switch to streaming stores
 // there.  The bits must be those of the in-cache path, whatever the
 // alignment of the destination and in place.
 #include <kelcore.h>
@@ -99,6 +99,15 @@ std::vector<Case<T>> cases()
              return KT_PICK(T, kelmCopy_ma, _SS)(g.a.data(), g.obj(), g.row(), e, d, g.obj(), g.row(), e, 4, 4, g.count);
          },
          each<T>([](T x, T) { return x; })},
+        {"Transpose_ma", 16,
+         [](Big<T>& g, T* d) {
+             return KT_PICK(T, kelmTranspose_ma, )(g.a.data(), g.obj(), g.row(), e, 4, 4, d, g.obj(), g.row(), e,
+                                                   g.count);
+         },
+         [](const Big<T>&, const std::vector<T>& a, std::size_t el) {
+             const std::size_t m = el / 16 * 16, i = el % 16 / 4, j = el % 4;
+             return a[m + 4 * j + i];
+         }},
         {"Saxpy_vava", 4,
          [s1](Big<T>& g, T* d) {
              return KT_PICK(T, kelmSaxpy_vava, )(g.a.data(), g.obj(), e, s1, g.b.data(), g.obj(), e, d, g.obj(), e, 4,

@@ -23,6 +23,7 @@
 #include "common/check.h"
 #include "common/desc.h"
 #include "common/dispatch.h"
+#include "common/stream.h"
 #include "elementwise/copy/kernels.h"
 #include "kelcore.h"
 
@@ -35,10 +36,18 @@ using ViewElem = std::remove_reference_t<decltype(std::declval<const V&>()(0, 0)
 // --- written-out square orders ----------------------------------------------------
 
 inline __m128i load4(Bytes p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
-inline void store4(Bytes p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
+template <bool Stream = false>
+inline void store4(Bytes p, __m128i v)
+{
+    if constexpr (Stream)
+        _mm_stream_si128(reinterpret_cast<__m128i*>(p), v);
+    else
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
+}
 
-// Order N; the 3x3 to 6x6 kernels.
-template <int N, class X, class Y>
+// Order N; the 3x3 to 6x6 kernels.  Stream (4x4 with contiguous rows only)
+// writes the rows with stores that bypass the cache.
+template <int N, bool Stream = false, class X, class Y>
 inline void ownkelmTranspose_NxN(const X& x, const Y& y)
 {
     using B = ViewElem<X>;
@@ -48,24 +57,24 @@ inline void ownkelmTranspose_NxN(const X& x, const Y& y)
                       r3 = load4(x.p + 3 * x.row);
         const __m128i t0 = _mm_unpacklo_epi32(r0, r1), t1 = _mm_unpacklo_epi32(r2, r3);  // a0 b0 a1 b1, c0 d0 c1 d1
         const __m128i t2 = _mm_unpackhi_epi32(r0, r1), t3 = _mm_unpackhi_epi32(r2, r3);  // a2 b2 a3 b3, c2 d2 c3 d3
-        store4(y.p, _mm_unpacklo_epi64(t0, t1));
-        store4(y.p + y.row, _mm_unpackhi_epi64(t0, t1));
-        store4(y.p + 2 * y.row, _mm_unpacklo_epi64(t2, t3));
-        store4(y.p + 3 * y.row, _mm_unpackhi_epi64(t2, t3));
+        store4<Stream>(y.p, _mm_unpacklo_epi64(t0, t1));
+        store4<Stream>(y.p + y.row, _mm_unpackhi_epi64(t0, t1));
+        store4<Stream>(y.p + 2 * y.row, _mm_unpacklo_epi64(t2, t3));
+        store4<Stream>(y.p + 3 * y.row, _mm_unpackhi_epi64(t2, t3));
     } else if constexpr (N == 4 && std::is_same_v<X, Row> && std::is_same_v<Y, Row> && sizeof(B) == 8) {
         __m128i lo[4], hi[4];  // elements 0-1 and 2-3 of each source row
         for (int i = 0; i < 4; ++i) {
             lo[i] = load4(x.p + i * x.row);
             hi[i] = load4(x.p + i * x.row + 16);
         }
-        store4(y.p, _mm_unpacklo_epi64(lo[0], lo[1]));
-        store4(y.p + 16, _mm_unpacklo_epi64(lo[2], lo[3]));
-        store4(y.p + y.row, _mm_unpackhi_epi64(lo[0], lo[1]));
-        store4(y.p + y.row + 16, _mm_unpackhi_epi64(lo[2], lo[3]));
-        store4(y.p + 2 * y.row, _mm_unpacklo_epi64(hi[0], hi[1]));
-        store4(y.p + 2 * y.row + 16, _mm_unpacklo_epi64(hi[2], hi[3]));
-        store4(y.p + 3 * y.row, _mm_unpackhi_epi64(hi[0], hi[1]));
-        store4(y.p + 3 * y.row + 16, _mm_unpackhi_epi64(hi[2], hi[3]));
+        store4<Stream>(y.p, _mm_unpacklo_epi64(lo[0], lo[1]));
+        store4<Stream>(y.p + 16, _mm_unpacklo_epi64(lo[2], lo[3]));
+        store4<Stream>(y.p + y.row, _mm_unpackhi_epi64(lo[0], lo[1]));
+        store4<Stream>(y.p + y.row + 16, _mm_unpackhi_epi64(lo[2], lo[3]));
+        store4<Stream>(y.p + 2 * y.row, _mm_unpacklo_epi64(hi[0], hi[1]));
+        store4<Stream>(y.p + 2 * y.row + 16, _mm_unpacklo_epi64(hi[2], hi[3]));
+        store4<Stream>(y.p + 3 * y.row, _mm_unpackhi_epi64(hi[0], hi[1]));
+        store4<Stream>(y.p + 3 * y.row + 16, _mm_unpackhi_epi64(hi[2], hi[3]));
     } else {
         B t[N][N];
         for (int i = 0; i < N; ++i)
@@ -77,9 +86,21 @@ inline void ownkelmTranspose_NxN(const X& x, const Y& y)
 
 // The descriptions are taken by value: the compiler then keeps their strides
 // in registers instead of reloading them after every store.
+// Packed 4x4 arrays larger than the cache stream their destination, whole
+// 64-byte lines at a time.
 template <int N, class S, class D>
 KELM_WIDE void square_objects(int count, const S s, const D d)
 {
+    using B = typename D::Elem;
+    if constexpr (N == 4 && std::is_same_v<S, Strided<B, true>> && std::is_same_v<D, S>) {
+        constexpr ptrdiff_t row = 4 * sizeof(B);
+        if (d.row == row && d.obj == 4 * row && aligned16(d.base) &&
+            beyond_cache(2 * std::size_t(count) * std::size_t(4 * row))) {
+            for (int k = 0; k < count; ++k) ownkelmTranspose_NxN<N, true>(s[k], d[k]);
+            stream_fence();
+            return;
+        }
+    }
     for (int k = 0; k < count; ++k) ownkelmTranspose_NxN<N>(s[k], d[k]);
 }
 
