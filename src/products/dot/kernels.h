@@ -248,6 +248,15 @@ inline bool cross_blocks_fit(const Strided<T, true>& s)
     return s.obj >= ptrdiff_t(3 * sizeof(T));
 }
 
+// cross_one's arithmetic on lanes: a[i], b[i] hold element i of every object.
+template <class V>
+inline void cross_lanes(const V (&a)[3], const V (&b)[3], V (&r)[3])
+{
+    r[0] = a[1] * b[2] - a[2] * b[1];
+    r[1] = a[2] * b[0] - a[0] * b[2];
+    r[2] = a[0] * b[1] - a[1] * b[0];
+}
+
 inline void cross_store(Bytes p, vx::f4 o)  // o = (r0, -, r1, r2)
 {
     __builtin_memcpy(p, &o, 4);
@@ -258,13 +267,11 @@ inline void cross_store(Bytes p, vx::f4 o)  // o = (r0, -, r1, r2)
 // qs and rs bytes: the vector pairs (0, 1), (2, 3), ... fill the two halves
 // of four rows, transposed within each half by shuffles, so that lane j of
 // the low (high) half holds object 2j (2j + 1).
-template <int Packed = 0>
 inline void cross8_block32(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r, ptrdiff_t rs)
 {
-    if constexpr (Packed != 0) ps = qs = rs = Packed;
     using vx::f4;
     using vx::f8;
-    const auto columns = [](Bytes s, ptrdiff_t ss, f8& c0, f8& c1, f8& c2) {
+    const auto columns = [](Bytes s, ptrdiff_t ss, f8 (&c)[3]) {
         f8 row[4];
         for (int j = 0; j < 4; ++j, s += 2 * ss)
             row[j] = vx::join(vx::load<f4, 4>(reinterpret_cast<const float*>(s)),
@@ -273,22 +280,20 @@ inline void cross8_block32(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r
         const f8 t1 = __builtin_shufflevector(row[0], row[1], 2, 10, 3, 11, 6, 14, 7, 15);
         const f8 t2 = __builtin_shufflevector(row[2], row[3], 0, 8, 1, 9, 4, 12, 5, 13);
         const f8 t3 = __builtin_shufflevector(row[2], row[3], 2, 10, 3, 11, 6, 14, 7, 15);
-        c0 = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
-        c1 = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
-        c2 = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
+        c[0] = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
+        c[1] = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
+        c[2] = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
     };
-    f8 a0, a1, a2, b0, b1, b2;
-    columns(p, ps, a0, a1, a2);
-    columns(q, qs, b0, b1, b2);
-    const f8 r0 = a1 * b2 - a2 * b1;
-    const f8 r1 = a2 * b0 - a0 * b2;
-    const f8 r2 = a0 * b1 - a1 * b0;
-    const f8 v0 = __builtin_shufflevector(r1, r2, 0, 8, 1, 9, 4, 12, 5, 13);
-    const f8 v1 = __builtin_shufflevector(r1, r2, 2, 10, 3, 11, 6, 14, 7, 15);
-    const f8 o[4] = {__builtin_shufflevector(r0, v0, 0, 0, 8, 9, 4, 4, 12, 13),
-                     __builtin_shufflevector(r0, v0, 1, 1, 10, 11, 5, 5, 14, 15),
-                     __builtin_shufflevector(r0, v1, 2, 2, 8, 9, 6, 6, 12, 13),
-                     __builtin_shufflevector(r0, v1, 3, 3, 10, 11, 7, 7, 14, 15)};
+    f8 a[3], b[3], c[3];
+    columns(p, ps, a);
+    columns(q, qs, b);
+    cross_lanes(a, b, c);
+    const f8 v0 = __builtin_shufflevector(c[1], c[2], 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 v1 = __builtin_shufflevector(c[1], c[2], 2, 10, 3, 11, 6, 14, 7, 15);
+    const f8 o[4] = {__builtin_shufflevector(c[0], v0, 0, 0, 8, 9, 4, 4, 12, 13),
+                     __builtin_shufflevector(c[0], v0, 1, 1, 10, 11, 5, 5, 14, 15),
+                     __builtin_shufflevector(c[0], v1, 2, 2, 8, 9, 6, 6, 12, 13),
+                     __builtin_shufflevector(c[0], v1, 3, 3, 10, 11, 7, 7, 14, 15)};
     for (int j = 0; j < 4; ++j, r += 2 * rs) {
         cross_store(r, vx::lo(o[j]));
         cross_store(r + rs, vx::hi(o[j]));
@@ -300,26 +305,24 @@ inline void cross4_block64(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r
 {
     using vx::d2;
     using vx::d4;
-    const auto columns = [](Bytes s, ptrdiff_t ss, d4& c0, d4& c1, d4& c2) {
+    const auto columns = [](Bytes s, ptrdiff_t ss, d4 (&c)[3]) {
         d4 row[4];
         for (int j = 0; j < 4; ++j, s += ss) row[j] = vx::load<d4, 4>(reinterpret_cast<const double*>(s));
         const d4 t0 = __builtin_shufflevector(row[0], row[1], 0, 4, 2, 6);  // a0 b0 a2 b2
         const d4 t1 = __builtin_shufflevector(row[0], row[1], 1, 5, 3, 7);  // a1 b1 - -
         const d4 t2 = __builtin_shufflevector(row[2], row[3], 0, 4, 2, 6);
         const d4 t3 = __builtin_shufflevector(row[2], row[3], 1, 5, 3, 7);
-        c0 = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
-        c1 = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
-        c2 = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+        c[0] = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
+        c[1] = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
+        c[2] = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
     };
-    d4 a0, a1, a2, b0, b1, b2;
-    columns(p, ps, a0, a1, a2);
-    columns(q, qs, b0, b1, b2);
-    const d4 r0 = a1 * b2 - a2 * b1;
-    const d4 r1 = a2 * b0 - a0 * b2;
-    const d4 r2 = a0 * b1 - a1 * b0;
-    const d4 u0 = __builtin_shufflevector(r0, r1, 0, 4, 2, 6);  // objects 0 and 2
-    const d4 u1 = __builtin_shufflevector(r0, r1, 1, 5, 3, 7);  // objects 1 and 3
-    const d2 w01 = __builtin_shufflevector(r2, r2, 0, 1), w23 = __builtin_shufflevector(r2, r2, 2, 3);
+    d4 a[3], b[3], c[3];
+    columns(p, ps, a);
+    columns(q, qs, b);
+    cross_lanes(a, b, c);
+    const d4 u0 = __builtin_shufflevector(c[0], c[1], 0, 4, 2, 6);  // objects 0 and 2
+    const d4 u1 = __builtin_shufflevector(c[0], c[1], 1, 5, 3, 7);  // objects 1 and 3
+    const d2 w01 = __builtin_shufflevector(c[2], c[2], 0, 1), w23 = __builtin_shufflevector(c[2], c[2], 2, 3);
     const auto put = [](Bytes o, d2 v, double z) {
         __builtin_memcpy(o, &v, 16);
         __builtin_memcpy(o + 16, &z, 8);
@@ -335,20 +338,16 @@ static KELM_WIDE __attribute__((flatten)) void cross_objects(int count, const X&
 {
     using T = typename D::Elem;
     int k = 0;
-    if constexpr (std::is_same_v<X, Strided<float, true>> && std::is_same_v<Y, X> && std::is_same_v<D, X>) {
+    if constexpr (std::is_same_v<X, Strided<T, true>> && std::is_same_v<Y, X> && std::is_same_v<D, X>) {
+        constexpr int L = std::is_same_v<T, float> ? 8 : 4;  // objects per block
         if (cross_blocks_fit(x) && cross_blocks_fit(y)) {
             Bytes p = x.base, q = y.base, r = d.base;
-            if (x.obj == 16 && y.obj == 16 && d.obj == 16)
-                for (; k + 8 < count; k += 8, p += 128, q += 128, r += 128) cross8_block32<16>(p, 16, q, 16, r, 16);
-            for (; k + 8 < count; k += 8, p += 8 * x.obj, q += 8 * y.obj, r += 8 * d.obj)
-                cross8_block32(p, x.obj, q, y.obj, r, d.obj);
-        }
-    }
-    if constexpr (std::is_same_v<X, Strided<double, true>> && std::is_same_v<Y, X> && std::is_same_v<D, X>) {
-        if (cross_blocks_fit(x) && cross_blocks_fit(y)) {
-            Bytes p = x.base, q = y.base, r = d.base;
-            for (; k + 4 < count; k += 4, p += 4 * x.obj, q += 4 * y.obj, r += 4 * d.obj)
-                cross4_block64(p, x.obj, q, y.obj, r, d.obj);
+            for (; k + L < count; k += L, p += L * x.obj, q += L * y.obj, r += L * d.obj) {
+                if constexpr (L == 8)
+                    cross8_block32(p, x.obj, q, y.obj, r, d.obj);
+                else
+                    cross4_block64(p, x.obj, q, y.obj, r, d.obj);
+            }
         }
     }
     for (; k < count; ++k) cross_one<T>(x[k], y[k], d[k]);
