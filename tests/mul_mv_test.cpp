@@ -125,7 +125,7 @@ void check_matrix_vector_sizes()
                     for (int h = 1; h <= 7; ++h) {
                         SCOPED_TRACE(testing::Message() << (tr ? "t" : "m") << name(kind) + 1 << " " << kt::type_name<T>()
                                                         << " " << kt::name(f) << " w " << w << " h " << h);
-                        MvCall<T> c(kind, tr, f, w, h, tr ? h : w, 6, unsigned(w * 8 + h));  // 6: a block of four and two more
+                        MvCall<T> c(kind, tr, f, w, h, tr ? h : w, 11, unsigned(w * 8 + h));  // 11: blocks of eight and of four, and a rest
                         const auto a = c.A.snapshot(), x = c.X.snapshot();
                         ASSERT_EQ(c.run(), kelOk);
                         c.expect_results();
@@ -144,14 +144,14 @@ void check_negative_zero_rows()
     for (int n : {2, 3, 4, 5, 6, 7})
         for (Desc f : {Desc::Contig, Desc::Strided, Desc::Pointer, Desc::List})
             for (bool tr : {false, true}) {
-                MvCall<T> c(Mv::mava, tr, f, n, n, n, 2);
-                for (int k = 0; k < 2; ++k)
+                MvCall<T> c(Mv::mava, tr, f, n, n, n, 9);  // a block of eight and one more
+                for (int k = 0; k < 9; ++k)
                     for (int j = 0; j < n; ++j) {
                         c.X.at(k, j) = T(0);
                         for (int i = 0; i < n; ++i) c.A.at(k, i, j) = T(-1) - T(i + j);
                     }
                 ASSERT_EQ(c.run(), kelOk);
-                for (int k = 0; k < 2; ++k)
+                for (int k = 0; k < 9; ++k)
                     for (int i = 0; i < n; ++i)
                         EXPECT_TRUE(kt::same_bits(c.Y.at(k, i), T(0))) << kt::name(f) << " n " << n << " tr " << tr;
             }

@@ -363,6 +363,75 @@ inline vx::d4 mv4_dense64(const V& a, const XV& x)
     return s + __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
 }
 
+// Four floats at byte offset off of the eight objects o[0..7], as four lane
+// vectors: lane l of the low half of c[m] holds element m of object l, lane
+// l of the high half that of object l + 4.
+inline void quad_lanes32(const Bytes (&o)[8], ptrdiff_t off, vx::f8 (&c)[4])
+{
+    using namespace vx;
+    f8 r[4];
+    for (int l = 0; l < 4; ++l)
+        r[l] = join(load<f4, 4>(reinterpret_cast<const float*>(o[l] + off)),
+                    load<f4, 4>(reinterpret_cast<const float*>(o[l + 4] + off)));
+    const f8 t0 = __builtin_shufflevector(r[0], r[1], 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 t1 = __builtin_shufflevector(r[0], r[1], 2, 10, 3, 11, 6, 14, 7, 15);
+    const f8 t2 = __builtin_shufflevector(r[2], r[3], 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 t3 = __builtin_shufflevector(r[2], r[3], 2, 10, 3, 11, 6, 14, 7, 15);
+    c[0] = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
+    c[1] = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
+    c[2] = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
+    c[3] = __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
+}
+
+// Elements 0..5 of a row of six at byte offset off, as six lane vectors
+// (elements 4 and 5 from the four that end the row).
+inline void row6_lanes32(const Bytes (&o)[8], ptrdiff_t off, vx::f8 (&c)[6])
+{
+    vx::f8 q[4];
+    quad_lanes32(o, off, q);
+    c[0] = q[0], c[1] = q[1], c[2] = q[2], c[3] = q[3];
+    quad_lanes32(o, off + 8, q);
+    c[4] = q[2], c[5] = q[3];
+}
+
+// 32f order 6, op(A) = A, contiguous elements: eight objects a block (lanes as
+// quad_lanes32).  Each lane sums a(i, j) x(j) from zero in ascending j, as
+// MvFixed does; every read of the block precedes its writes, so y may be x.
+inline void mv6_block32(const Bytes (&a)[8], ptrdiff_t aRow, const Bytes (&x)[8], const Bytes (&y)[8])
+{
+    using namespace vx;
+    f8 xs[6], ys[6];
+    row6_lanes32(x, 0, xs);
+    for (int i = 0; i < 6; ++i) {
+        f8 r[6];
+        row6_lanes32(a, i * aRow, r);
+        f8 s = f8{} + r[0] * xs[0];
+        for (int j = 1; j < 6; ++j) s = s + r[j] * xs[j];
+        ys[i] = s;
+    }
+    // Back to rows: the same in-lane transposition for elements 0..3, pairs
+    // for elements 4 and 5.
+    const f8 t0 = __builtin_shufflevector(ys[0], ys[1], 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 t1 = __builtin_shufflevector(ys[0], ys[1], 2, 10, 3, 11, 6, 14, 7, 15);
+    const f8 t2 = __builtin_shufflevector(ys[2], ys[3], 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 t3 = __builtin_shufflevector(ys[2], ys[3], 2, 10, 3, 11, 6, 14, 7, 15);
+    const f8 rows[4] = {__builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13),
+                        __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15),
+                        __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13),
+                        __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15)};
+    const f8 pairs[2] = {__builtin_shufflevector(ys[4], ys[5], 0, 8, 1, 9, 4, 12, 5, 13),
+                         __builtin_shufflevector(ys[4], ys[5], 2, 10, 3, 11, 6, 14, 7, 15)};
+    for (int l = 0; l < 4; ++l) {
+        float* lo4 = reinterpret_cast<float*>(y[l]);
+        float* hi4 = reinterpret_cast<float*>(y[l + 4]);
+        store<4>(lo4, lo(rows[l]));
+        store<4>(hi4, hi(rows[l]));
+        const f4 pl = lo(pairs[l / 2]), ph = hi(pairs[l / 2]);
+        __builtin_memcpy(lo4 + 4, reinterpret_cast<const float*>(&pl) + 2 * (l % 2), 8);
+        __builtin_memcpy(hi4 + 4, reinterpret_cast<const float*>(&ph) + 2 * (l % 2), 8);
+    }
+}
+
 // Results n elements each, back to back from a 16-byte boundary.
 template <class Y>
 bool packed_results(const Y& y, int count, int n)
@@ -426,6 +495,14 @@ static KELM_WIDE __attribute__((flatten)) void mv_fixed(int count, const A& a, c
                     stream_fence();
                 }
                 for (; k < count; ++k) vx::store<4>(&y[k][0], mv4_dense64(a[k], x[k]));
+            }
+        }
+        if constexpr (N == 6 && !Tr && dense && std::is_same_v<T, float> && std::is_same_v<A, Strided<T, true>> &&
+                      std::is_same_v<X, A> && std::is_same_v<Y, A>) {
+            for (; k + 8 <= count; k += 8) {
+                Bytes ao[8], xo[8], yo[8];
+                for (int l = 0; l < 8; ++l) ao[l] = a[k + l].p, xo[l] = x[k + l].p, yo[l] = y[k + l].p;
+                mv6_block32(ao, a.row, xo, yo);
             }
         }
         for (; k < count; ++k) MvFixed<N, Tr, T>::direct(a[k], x[k], y[k]);
