@@ -449,7 +449,7 @@ KELM_DET_INLINE void a6_Det_ma_block(const D& d, ptrdiff_t k, int live, typename
 // four at a time, then the last few.  This is the function compiled for both
 // vector widths.
 template <int N, class D>
-static KELM_WIDE void a6_Det_ma(const D& d, typename D::Elem* dst, int count)
+static KELM_WIDE_V4 void a6_Det_ma(const D& d, typename D::Elem* dst, int count)
 {
     int k = 0;
     for (; k + kLanes <= count; k += kLanes) a6_Det_ma_block<N>(d, k, kLanes, dst + k);
