@@ -354,7 +354,6 @@ void check_cross_vector_blocks()
             const int os = stride * int(sizeof(T)), es = int(sizeof(T));
             ASSERT_EQ(KT_PICK(T, kelmCrossProduct_vava, )(x.data(), os, es, y.data(), os, es, d.data(), os, es, count), kelOk);
             for (std::size_t i = 0; i < n; ++i) ASSERT_TRUE(kt::same_bits(d[i], want[i])) << "element " << i;
-            if (stride == 3) continue;  // packed: writing over a source changes the next object's input
             for (int k = 0; k < count; ++k)
                 for (int i = 3; i < stride; ++i) want[std::size_t(k * stride + i)] = x[std::size_t(k * stride + i)];
             ASSERT_EQ(KT_PICK(T, kelmCrossProduct_vava, )(x.data(), os, es, y.data(), os, es, x.data(), os, es, count), kelOk);

@@ -1,5 +1,5 @@
 // Calls whose arrays exceed the machine's largest cache: the element-wise,
-// copy, transpose, by-constant, Saxpy/LComb and Gaxpy runs switch to streaming stores
+// copy, transpose, by-constant, cross product, Saxpy/LComb and Gaxpy runs switch to streaming stores
 // there.  The bits must be those of the in-cache path, whatever the
 // alignment of the destination and in place.
 #include <kelcore.h>
@@ -18,7 +18,7 @@ int cache_bytes()
 // Arrays beyond a cache of more than 256 MB would make the test too slow.
 bool testable_cache() { return cache_bytes() > 0 && cache_bytes() <= (256 << 20); }
 
-// Order-4 matrices (16 elements) or 4-vectors (4 elements) packed back to
+// Order-4 matrices (16 elements), 4-vectors or 3-vectors packed back to
 // back, enough of them for the destination alone to exceed the cache.
 template <class T>
 struct Big {
@@ -107,6 +107,15 @@ std::vector<Case<T>> cases()
          [](const Big<T>&, const std::vector<T>& a, std::size_t el) {
              const std::size_t m = el / 16 * 16, i = el % 16 / 4, j = el % 4;
              return a[m + 4 * j + i];
+         }},
+        {"CrossProduct_vava", 3,
+         [](Big<T>& g, T* d) {
+             return KT_PICK(T, kelmCrossProduct_vava, )(g.a.data(), g.obj(), e, g.b.data(), g.obj(), e, d, g.obj(), e,
+                                                        g.count);
+         },
+         [](const Big<T>& g, const std::vector<T>& a, std::size_t el) {
+             const std::size_t v = el / 3 * 3, i = el % 3, i1 = (i + 1) % 3, i2 = (i + 2) % 3;
+             return a[v + i1] * g.b[v + i2] - a[v + i2] * g.b[v + i1];
          }},
         {"Saxpy_vava", 4,
          [s1](Big<T>& g, T* d) {

@@ -60,6 +60,16 @@ inline void stream64(T* d, const T* r)
     _mm_stream_si128(to + 3, v3);
 }
 
+// Writes the 16 bytes of v to the 16-byte aligned d, bypassing the cache.
+template <class T, class V>
+inline void stream16(T* d, const V& v)
+{
+    static_assert(sizeof(V) == 16);
+    __m128i bits;
+    __builtin_memcpy(&bits, &v, 16);
+    _mm_stream_si128(reinterpret_cast<__m128i*>(d), bits);
+}
+
 // Makes the streamed lines visible before anything stored after it.
 inline void stream_fence() { _mm_sfence(); }
 

@@ -39,6 +39,7 @@
 #include "common/desc.h"
 #include "common/dispatch.h"
 #include "common/parallel.h"
+#include "common/stream.h"
 #include "common/vectors.h"
 #include "products/mul_mv/kernels.h"  // thresholds by description, serial run and driver
 
@@ -300,6 +301,48 @@ inline void cross8_block32(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r
     }
 }
 
+// Eight packed 32f 3-vectors (24 floats, no gaps) at p, q and r: floats 0-3,
+// 4-7 and 8-11 fill the low halves of three rows, 12-15, 16-19 and 20-23 the
+// high ones, so that each half holds four whole objects; shuffles within the
+// halves sort them into x, y and z lanes (object l of a half in lane l) and
+// back.  Every float read is the block's own.  Stream writes the block with
+// stores that bypass the cache (r 16-byte aligned).
+template <bool Stream>
+inline void cross8_packed32(Bytes p, Bytes q, Bytes r)
+{
+    using vx::f4;
+    using vx::f8;
+    const auto at = [](Bytes s, int e) { return vx::load<f4, 4>(reinterpret_cast<const float*>(s) + e); };
+    const auto columns = [&at](Bytes s, f8 (&c)[3]) {
+        const f8 a = vx::join(at(s, 0), at(s, 12)), b = vx::join(at(s, 4), at(s, 16)), d = vx::join(at(s, 8), at(s, 20));
+        const f8 xy = __builtin_shufflevector(b, d, 2, 3, 9, 10, 6, 7, 13, 14);  // x2 y2 x3 y3
+        const f8 yz = __builtin_shufflevector(a, b, 1, 2, 8, 9, 5, 6, 12, 13);   // y0 z0 y1 z1
+        c[0] = __builtin_shufflevector(a, xy, 0, 3, 8, 10, 4, 7, 12, 14);
+        c[1] = __builtin_shufflevector(yz, xy, 0, 2, 9, 11, 4, 6, 13, 15);
+        c[2] = __builtin_shufflevector(yz, d, 1, 3, 8, 11, 5, 7, 12, 15);
+    };
+    f8 a[3], b[3], c[3];
+    columns(p, a);
+    columns(q, b);
+    cross_lanes(a, b, c);
+    const f8 u = __builtin_shufflevector(c[0], c[1], 0, 2, 8, 10, 4, 6, 12, 14);
+    const f8 v = __builtin_shufflevector(c[1], c[2], 1, 3, 9, 11, 5, 7, 13, 15);
+    const f8 w = __builtin_shufflevector(c[2], c[0], 0, 2, 9, 11, 4, 6, 13, 15);
+    const f8 o[3] = {__builtin_shufflevector(u, w, 0, 2, 8, 10, 4, 6, 12, 14),
+                     __builtin_shufflevector(v, u, 0, 2, 9, 11, 4, 6, 13, 15),
+                     __builtin_shufflevector(w, v, 1, 3, 9, 11, 5, 7, 13, 15)};
+    float* out = reinterpret_cast<float*>(r);
+    for (int j = 0; j < 3; ++j) {
+        if constexpr (Stream) {
+            stream16(out + 4 * j, vx::lo(o[j]));
+            stream16(out + 12 + 4 * j, vx::hi(o[j]));
+        } else {
+            vx::store<4>(out + 4 * j, vx::lo(o[j]));
+            vx::store<4>(out + 12 + 4 * j, vx::hi(o[j]));
+        }
+    }
+}
+
 // Four 64f objects, one per lane, transposed by shuffles as cross8_block32.
 inline void cross4_block64(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r, ptrdiff_t rs)
 {
@@ -342,6 +385,15 @@ static KELM_WIDE __attribute__((flatten)) void cross_objects(int count, const X&
         constexpr int L = std::is_same_v<T, float> ? 8 : 4;  // objects per block
         if (cross_blocks_fit(x) && cross_blocks_fit(y)) {
             Bytes p = x.base, q = y.base, r = d.base;
+            if constexpr (L == 8) {
+                if (x.obj == 12 && y.obj == 12 && d.obj == 12) {
+                    if (beyond_cache(std::size_t(count) * 36) && aligned16(r)) {
+                        for (; k + L <= count; k += L, p += 96, q += 96, r += 96) cross8_packed32<true>(p, q, r);
+                        stream_fence();
+                    }
+                    for (; k + L <= count; k += L, p += 96, q += 96, r += 96) cross8_packed32<false>(p, q, r);
+                }
+            }
             for (; k + L < count; k += L, p += L * x.obj, q += L * y.obj, r += L * d.obj) {
                 if constexpr (L == 8)
                     cross8_block32(p, x.obj, q, y.obj, r, d.obj);
