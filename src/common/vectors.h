@@ -66,6 +66,38 @@ inline f4 splat(f4 v)
     return __builtin_shufflevector(v, v, K, K, K, K);
 }
 
+// 4x4 transposition of four rows, by shuffles: for f8 within each half on
+// its own (the low halves of a..d form one 4x4 block, the high halves
+// another), for d4 across the whole vectors.  It is its own inverse, so the
+// same call turns rows of objects into lanes and lanes back into rows.
+inline void transpose4(f8& a, f8& b, f8& c, f8& d)
+{
+    const f8 t0 = __builtin_shufflevector(a, b, 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 t1 = __builtin_shufflevector(a, b, 2, 10, 3, 11, 6, 14, 7, 15);
+    const f8 t2 = __builtin_shufflevector(c, d, 0, 8, 1, 9, 4, 12, 5, 13);
+    const f8 t3 = __builtin_shufflevector(c, d, 2, 10, 3, 11, 6, 14, 7, 15);
+    a = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
+    b = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
+    c = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
+    d = __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
+}
+
+inline void transpose4(d4& a, d4& b, d4& c, d4& d)
+{
+    const d4 t0 = __builtin_shufflevector(a, b, 0, 4, 2, 6), t1 = __builtin_shufflevector(a, b, 1, 5, 3, 7);
+    const d4 t2 = __builtin_shufflevector(c, d, 0, 4, 2, 6), t3 = __builtin_shufflevector(c, d, 1, 5, 3, 7);
+    a = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
+    b = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
+    c = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+    d = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
+}
+
+template <class V>
+inline void transpose4(V (&r)[4])
+{
+    transpose4(r[0], r[1], r[2], r[3]);
+}
+
 // f(std::integral_constant<int, I>) for I = Begin .. End - 1, written out.
 template <int Begin, int End, class F>
 inline void unrolled(F&& f)

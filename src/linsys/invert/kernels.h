@@ -251,27 +251,6 @@ KELM_INV_INLINE V inv_lanes(const O* o, int i, int j, std::index_sequence<l...>)
 //   float: eight matrices; the vectors hold matrix l in the low half and
 //          matrix l + 4 in the high half, each half transposed on its own.
 //   double: four matrices, one 4x4 transposition.
-KELM_INV_INLINE void inv_transpose4(vx::f8& a, vx::f8& b, vx::f8& c, vx::f8& d)
-{
-    const vx::f8 t0 = __builtin_shufflevector(a, b, 0, 8, 1, 9, 4, 12, 5, 13);
-    const vx::f8 t1 = __builtin_shufflevector(a, b, 2, 10, 3, 11, 6, 14, 7, 15);
-    const vx::f8 t2 = __builtin_shufflevector(c, d, 0, 8, 1, 9, 4, 12, 5, 13);
-    const vx::f8 t3 = __builtin_shufflevector(c, d, 2, 10, 3, 11, 6, 14, 7, 15);
-    a = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
-    b = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
-    c = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
-    d = __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
-}
-
-KELM_INV_INLINE void inv_transpose4(vx::d4& a, vx::d4& b, vx::d4& c, vx::d4& d)
-{
-    const vx::d4 t0 = __builtin_shufflevector(a, b, 0, 4, 2, 6), t1 = __builtin_shufflevector(a, b, 1, 5, 3, 7);
-    const vx::d4 t2 = __builtin_shufflevector(c, d, 0, 4, 2, 6), t3 = __builtin_shufflevector(c, d, 1, 5, 3, 7);
-    a = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
-    b = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
-    c = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
-    d = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
-}
 
 // Row i of the matrices o[0..L-1] as the four vectors r[0..3].
 KELM_INV_INLINE void inv_load_row4(const DenseView<float, true>* o, int i, vx::f8* r)
@@ -314,7 +293,7 @@ KELM_INV_INLINE int inv_block(const Sd& s, const Dd& d, ptrdiff_t k, int live, t
     if constexpr (kInvRows4<N, O>) {
         for (int i = 0; i < 4; ++i) {
             inv_load_row4(o, i, v + 4 * i);
-            inv_transpose4(v[4 * i], v[4 * i + 1], v[4 * i + 2], v[4 * i + 3]);
+            vx::transpose4(v[4 * i], v[4 * i + 1], v[4 * i + 2], v[4 * i + 3]);
         }
     } else {
 #pragma GCC unroll 8
@@ -330,7 +309,7 @@ KELM_INV_INLINE int inv_block(const Sd& s, const Dd& d, ptrdiff_t k, int live, t
             O r[L];
             for (int l = 0; l < L; ++l) r[l] = d[k + l];
             for (int i = 0; i < 4; ++i) {
-                inv_transpose4(out[4 * i], out[4 * i + 1], out[4 * i + 2], out[4 * i + 3]);
+                vx::transpose4(out[4 * i], out[4 * i + 1], out[4 * i + 2], out[4 * i + 3]);
                 inv_store_row4(r, i, out + 4 * i);
             }
             return ok;

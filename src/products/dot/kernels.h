@@ -277,13 +277,8 @@ inline void cross8_block32(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r
         for (int j = 0; j < 4; ++j, s += 2 * ss)
             row[j] = vx::join(vx::load<f4, 4>(reinterpret_cast<const float*>(s)),
                               vx::load<f4, 4>(reinterpret_cast<const float*>(s + ss)));
-        const f8 t0 = __builtin_shufflevector(row[0], row[1], 0, 8, 1, 9, 4, 12, 5, 13);
-        const f8 t1 = __builtin_shufflevector(row[0], row[1], 2, 10, 3, 11, 6, 14, 7, 15);
-        const f8 t2 = __builtin_shufflevector(row[2], row[3], 0, 8, 1, 9, 4, 12, 5, 13);
-        const f8 t3 = __builtin_shufflevector(row[2], row[3], 2, 10, 3, 11, 6, 14, 7, 15);
-        c[0] = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
-        c[1] = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
-        c[2] = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
+        vx::transpose4(row);
+        c[0] = row[0], c[1] = row[1], c[2] = row[2];
     };
     f8 a[3], b[3], c[3];
     columns(p, ps, a);
@@ -351,13 +346,8 @@ inline void cross4_block64(Bytes p, ptrdiff_t ps, Bytes q, ptrdiff_t qs, Bytes r
     const auto columns = [](Bytes s, ptrdiff_t ss, d4 (&c)[3]) {
         d4 row[4];
         for (int j = 0; j < 4; ++j, s += ss) row[j] = vx::load<d4, 4>(reinterpret_cast<const double*>(s));
-        const d4 t0 = __builtin_shufflevector(row[0], row[1], 0, 4, 2, 6);  // a0 b0 a2 b2
-        const d4 t1 = __builtin_shufflevector(row[0], row[1], 1, 5, 3, 7);  // a1 b1 - -
-        const d4 t2 = __builtin_shufflevector(row[2], row[3], 0, 4, 2, 6);
-        const d4 t3 = __builtin_shufflevector(row[2], row[3], 1, 5, 3, 7);
-        c[0] = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
-        c[1] = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
-        c[2] = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+        vx::transpose4(row);
+        c[0] = row[0], c[1] = row[1], c[2] = row[2];
     };
     d4 a[3], b[3], c[3];
     columns(p, ps, a);

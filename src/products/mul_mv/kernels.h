@@ -334,14 +334,11 @@ inline vx::f8 mv4_pair32(const V& a0, const V& a1, const XV& x0, const XV& x1)
     const f8 xs = join(load<f4, 4>(&x0[0]), load<f4, 4>(&x1[0]));
     f8 p[4];
     for (int i = 0; i < 4; ++i) p[i] = join(load<f4, 4>(&a0(i, 0)), load<f4, 4>(&a1(i, 0))) * xs;
-    const f8 t0 = __builtin_shufflevector(p[0], p[1], 0, 8, 1, 9, 4, 12, 5, 13);
-    const f8 t1 = __builtin_shufflevector(p[0], p[1], 2, 10, 3, 11, 6, 14, 7, 15);
-    const f8 t2 = __builtin_shufflevector(p[2], p[3], 0, 8, 1, 9, 4, 12, 5, 13);
-    const f8 t3 = __builtin_shufflevector(p[2], p[3], 2, 10, 3, 11, 6, 14, 7, 15);
-    f8 s = f8{} + __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
-    s = s + __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
-    s = s + __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
-    return s + __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
+    transpose4(p);
+    f8 s = f8{} + p[0];
+    s = s + p[1];
+    s = s + p[2];
+    return s + p[3];
 }
 
 // 64f order 4, op(A) = A, one object: four row products in four-lane
@@ -353,14 +350,11 @@ inline vx::d4 mv4_dense64(const V& a, const XV& x)
     const d4 xs = load<d4, 4>(&x[0]);
     d4 p[4];
     for (int i = 0; i < 4; ++i) p[i] = load<d4, 4>(&a(i, 0)) * xs;
-    const d4 t0 = __builtin_shufflevector(p[0], p[1], 0, 4, 2, 6);
-    const d4 t1 = __builtin_shufflevector(p[0], p[1], 1, 5, 3, 7);
-    const d4 t2 = __builtin_shufflevector(p[2], p[3], 0, 4, 2, 6);
-    const d4 t3 = __builtin_shufflevector(p[2], p[3], 1, 5, 3, 7);
-    d4 s = d4{} + __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
-    s = s + __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
-    s = s + __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
-    return s + __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
+    transpose4(p);
+    d4 s = d4{} + p[0];
+    s = s + p[1];
+    s = s + p[2];
+    return s + p[3];
 }
 
 // Four floats at byte offset off of the eight objects o[0..7], as four lane
@@ -369,18 +363,10 @@ inline vx::d4 mv4_dense64(const V& a, const XV& x)
 inline void quad_lanes32(const Bytes (&o)[8], ptrdiff_t off, vx::f8 (&c)[4])
 {
     using namespace vx;
-    f8 r[4];
     for (int l = 0; l < 4; ++l)
-        r[l] = join(load<f4, 4>(reinterpret_cast<const float*>(o[l] + off)),
+        c[l] = join(load<f4, 4>(reinterpret_cast<const float*>(o[l] + off)),
                     load<f4, 4>(reinterpret_cast<const float*>(o[l + 4] + off)));
-    const f8 t0 = __builtin_shufflevector(r[0], r[1], 0, 8, 1, 9, 4, 12, 5, 13);
-    const f8 t1 = __builtin_shufflevector(r[0], r[1], 2, 10, 3, 11, 6, 14, 7, 15);
-    const f8 t2 = __builtin_shufflevector(r[2], r[3], 0, 8, 1, 9, 4, 12, 5, 13);
-    const f8 t3 = __builtin_shufflevector(r[2], r[3], 2, 10, 3, 11, 6, 14, 7, 15);
-    c[0] = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
-    c[1] = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
-    c[2] = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
-    c[3] = __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
+    transpose4(c);
 }
 
 // Elements 0..5 of a row of six at byte offset off, as six lane vectors
@@ -411,14 +397,8 @@ inline void mv6_block32(const Bytes (&a)[8], ptrdiff_t aRow, const Bytes (&x)[8]
     }
     // Back to rows: the same in-lane transposition for elements 0..3, pairs
     // for elements 4 and 5.
-    const f8 t0 = __builtin_shufflevector(ys[0], ys[1], 0, 8, 1, 9, 4, 12, 5, 13);
-    const f8 t1 = __builtin_shufflevector(ys[0], ys[1], 2, 10, 3, 11, 6, 14, 7, 15);
-    const f8 t2 = __builtin_shufflevector(ys[2], ys[3], 0, 8, 1, 9, 4, 12, 5, 13);
-    const f8 t3 = __builtin_shufflevector(ys[2], ys[3], 2, 10, 3, 11, 6, 14, 7, 15);
-    const f8 rows[4] = {__builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13),
-                        __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15),
-                        __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13),
-                        __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15)};
+    f8 rows[4] = {ys[0], ys[1], ys[2], ys[3]};
+    transpose4(rows);
     const f8 pairs[2] = {__builtin_shufflevector(ys[4], ys[5], 0, 8, 1, 9, 4, 12, 5, 13),
                          __builtin_shufflevector(ys[4], ys[5], 2, 10, 3, 11, 6, 14, 7, 15)};
     for (int l = 0; l < 4; ++l) {
