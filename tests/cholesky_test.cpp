@@ -333,37 +333,40 @@ TYPED_TEST(CholeskyTest, DiagonalTest)
         }
 }
 
-// A matrix that fails at row 2, at object 2 of 5: the objects before it are
-// complete, its finished rows (and, outside the four-lane path, the entries
+// A matrix that fails at row 2, at object 2 or 5 of 7 (inside a full group
+// of four, inside the short last group): the objects before it are complete,
+// its finished rows (and, outside the four-lane estimate path, the entries
 // left of the diagonal of row 2) are written, the objects after it are
-// untouched.  The four-lane path stops its whole group after row 1 and
-// leaves object 4 untouched.
+// untouched.  The four-lane estimate path stops its whole group after row 1
+// (a group of four, or the one remainder object).
 TYPED_TEST(CholeskyTest, ArrayStopsAtTheFirstFailure)
 {
     using T = TypeParam;
     kt::Threads serial(1);
-    constexpr int count = 5, bad = 2;
-    for (Desc desc : kAllDescs)
-        for (int n : {3, 4, 6, 8}) {
-            SCOPED_TRACE(std::string(kt::name(desc)) + " n=" + std::to_string(n));
-            Objects<T> a(desc, count, n, n), d(desc, count, n, n, 9), untouched(desc, count, n, n, 9);
-            make_spd(a, n, 4);
-            a.at(bad, 2, 2) = -100;
-            ASSERT_EQ(decomp(a, d, n, count), kelErrNotPosDef);
-            std::vector<T> l;
-            const bool est = four_lane<T>(desc, n);
-            for (int k = 0; k < count; ++k) {
-                const int rows = est ? (k < 4 ? 2 : 0) : k < bad ? n : k == bad ? 2 : 0;
-                ASSERT_EQ(reference_factor(a, k, n, l), k == bad ? 2 : n);
-                expect_rows(d, k, l, n, rows, est);
-                for (int i = rows; i < n; ++i)
-                    for (int j = 0; j < n; ++j) {
-                        const bool leftOfFailingDiagonal = !est && k == bad && i == 2 && j < 2;
-                        const T want = leftOfFailingDiagonal ? l[std::size_t(i * n + j)] : untouched.at(k, i, j);
-                        EXPECT_TRUE(kt::same_bits(d.at(k, i, j), want)) << k << " " << i << " " << j;
-                    }
+    constexpr int count = 7, full = 4 * (count / 4);
+    for (int bad : {2, 5})
+        for (Desc desc : kAllDescs)
+            for (int n : {3, 4, 6, 8}) {
+                SCOPED_TRACE(std::string(kt::name(desc)) + " n=" + std::to_string(n) + " bad=" + std::to_string(bad));
+                Objects<T> a(desc, count, n, n), d(desc, count, n, n, 9), untouched(desc, count, n, n, 9);
+                make_spd(a, n, 4);
+                a.at(bad, 2, 2) = -100;
+                ASSERT_EQ(decomp(a, d, n, count), kelErrNotPosDef);
+                std::vector<T> l;
+                const bool est = four_lane<T>(desc, n);
+                const int g0 = bad < full ? bad / 4 * 4 : bad, g1 = bad < full ? g0 + 4 : bad + 1;
+                for (int k = 0; k < count; ++k) {
+                    const int rows = est ? (k < g0 ? n : k < g1 ? 2 : 0) : k < bad ? n : k == bad ? 2 : 0;
+                    ASSERT_EQ(reference_factor(a, k, n, l), k == bad ? 2 : n);
+                    expect_rows(d, k, l, n, rows, est);
+                    for (int i = rows; i < n; ++i)
+                        for (int j = 0; j < n; ++j) {
+                            const bool leftOfFailingDiagonal = !est && k == bad && i == 2 && j < 2;
+                            const T want = leftOfFailingDiagonal ? l[std::size_t(i * n + j)] : untouched.at(k, i, j);
+                            EXPECT_TRUE(kt::same_bits(d.at(k, i, j), want)) << k << " " << i << " " << j;
+                        }
+                }
             }
-        }
 }
 
 // Where each member goes parallel, on both sides of its bound, seen from

@@ -23,10 +23,17 @@
 // stores each row of its four matrices once the row has passed its test: on
 // failure the group's finished rows are written, the failing row is not.
 //
+// Contiguous 64f arrays of orders 3 to 6 also run four matrices at a time
+// (four doubles per vector), but with the exact root and test of the one-
+// matrix kernel, so every lane gives that kernel's bits.  Such a group stores
+// nothing until all its lanes have passed; a group with a failing lane is
+// done again one matrix at a time, which writes and stops as the array
+// kernel always does.
+//
 // Back substitution: forward y[i] = (b[i] - l[i][0]*y[0] - ...) * d[i][i] into
 // the destination, then backward x[i] = (y[i] - l[n-1][i]*x[n-1] - ... -
 // l[i+1][i]*x[i+1]) * d[i][i].  Every path (written out, looped, four vectors
-// at a time) gives the same bits.
+// or four factor-vector pairs at a time) gives the same bits.
 //
 // Kernels are templates over the object views and descriptions of desc.h;
 // the view or description type picks the variant: contiguous
@@ -41,9 +48,10 @@
 //   ownkelmCholeskyBackSubst_mv_NxN<N>, _mv_com, _mv
 //   ownkelmCholeskyBackSubst_mva     one factor, an array of vectors
 //   ownkelmCholeskyBackSubst_mava    arrays of factors and vectors, paired
-//   chol4_*                          the four-lane 32f group kernels
+//   chol4_*                          the group kernels, four objects per vector
 #pragma once
 
+#include <emmintrin.h>
 #include <xmmintrin.h>
 
 #include <cmath>
@@ -58,13 +66,30 @@
 #include "kelm.h"
 
 #define KELM_CHOL_INLINE inline __attribute__((always_inline))
+// The group kernels' helpers must be inlined into each clone of the object
+// loop: one left out of line runs the baseline instructions and passes the
+// vectors through memory.  So the written-out loops below are unrolled by
+// chol_unrolled, with always-inlined bodies (KELM_CHOL_BODY after a lambda's
+// parameters).
+#define KELM_CHOL_BODY __attribute__((always_inline))
 
 namespace kelm {
 
 template <class V>
 using CholElem = std::remove_reference_t<decltype(std::declval<const V&>()(0, 0))>;
 
+using vx::d4;
 using vx::f4;
+
+// f(std::integral_constant<int, I>) for I = Begin .. End - 1, written out.
+template <int Begin, int End, class F>
+KELM_CHOL_INLINE void chol_unrolled(F&& f)
+{
+    if constexpr (Begin < End) {
+        f(std::integral_constant<int, Begin>{});
+        chol_unrolled<Begin + 1, End>(f);
+    }
+}
 
 // --- the diagonal step --------------------------------------------------------------
 
@@ -86,6 +111,23 @@ struct EstimatedRoot {
     {
         const f4 r0 = f4(_mm_rsqrt_ps(__m128(s)));
         return (0.5f * r0) * (3.0f - s * (r0 * r0));
+    }
+};
+
+// Four lanes of doubles, the exact path: fails unless s > 0 in every lane
+// (a NaN fails); a correctly rounded square root, then one division, per lane.
+struct ExactRootLanes {
+    static KELM_CHOL_INLINE bool fails(d4 s)
+    {
+        const __m128d zero = _mm_setzero_pd();
+        return (_mm_movemask_pd(_mm_cmpngt_pd(__m128d(__builtin_shufflevector(s, s, 0, 1)), zero)) |
+                _mm_movemask_pd(_mm_cmpngt_pd(__m128d(__builtin_shufflevector(s, s, 2, 3)), zero))) != 0;
+    }
+    static KELM_CHOL_INLINE d4 recip(d4 s)
+    {
+        const __m128d lo = _mm_sqrt_pd(__m128d(__builtin_shufflevector(s, s, 0, 1)));
+        const __m128d hi = _mm_sqrt_pd(__m128d(__builtin_shufflevector(s, s, 2, 3)));
+        return 1.0 / d4(__builtin_shufflevector(vx::d2(lo), vx::d2(hi), 0, 1, 2, 3));
     }
 };
 
@@ -153,7 +195,7 @@ kelStatus ownkelmCholeskyDecomp_m_NxN(const SV& s, const DV& d)
     for (int i = 0; i < N; ++i)
 #pragma GCC unroll 8
         for (int j = 0; j <= i; ++j) a[i][j] = s(i, j);
-    return chol_factor<N, ExactRoot>(a, l, [&](int i, bool passed) {
+    return chol_factor<N, ExactRoot>(a, l, [&](int i, bool passed) KELM_CHOL_BODY {
 #pragma GCC unroll 8
         for (int j = 0; j < i; ++j) d(i, j) = l[i][j];
         if (passed) d(i, i) = l[i][i];
@@ -239,22 +281,36 @@ kelStatus ownkelmCholeskyBackSubst_mv(const SV& s, const BV& b, const DV& x, int
     return kelOk;
 }
 
-// --- four lanes: groups of 32f objects ---------------------------------------------------------
-// Lane q of a group holds object k + q.  A group of one object (the last
-// count mod 4 objects, one at a time) repeats it in every lane and stores
-// lane 0 only, so it runs the very same instructions.
+// --- four lanes: groups of objects ----------------------------------------------------------------
+// Lane q of a group holds object k + q: four floats (f4) or four doubles (d4)
+// per vector.  A short group (the last count mod 4 objects of a 64f array,
+// or one 32f object on its own) repeats its last object in the spare lanes
+// and stores only its live lanes, so it runs the very same instructions.
+
+template <class T>
+struct Lanes4;
+template <>
+struct Lanes4<float> {
+    using type = f4;
+};
+template <>
+struct Lanes4<double> {
+    using type = d4;
+};
 
 template <class O>
 struct Group {
     using Obj = O;
+    using Elem = std::remove_reference_t<decltype(std::declval<const O&>()(0, 0))>;
+    using V = typename Lanes4<Elem>::type;
     O o[4];
     int live;
 };
 
-// Rows of contiguous floats: whole runs are loaded and stored and turned
+// Rows of contiguous elements: whole runs are loaded and stored and turned
 // between objects and lanes by four-by-four transposes.
 template <class G>
-constexpr bool kDenseRows = std::is_same_v<typename G::Obj, DenseView<float, true>>;
+constexpr bool kDenseRows = std::is_same_v<typename G::Obj, DenseView<typename G::Elem, true>>;
 
 KELM_CHOL_INLINE void transpose4(f4& a, f4& b, f4& c, f4& d)
 {
@@ -266,44 +322,51 @@ KELM_CHOL_INLINE void transpose4(f4& a, f4& b, f4& c, f4& d)
     d = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
 }
 
+KELM_CHOL_INLINE void transpose4(d4& a, d4& b, d4& c, d4& d)
+{
+    const d4 t0 = __builtin_shufflevector(a, b, 0, 4, 2, 6), t1 = __builtin_shufflevector(a, b, 1, 5, 3, 7);
+    const d4 t2 = __builtin_shufflevector(c, d, 0, 4, 2, 6), t3 = __builtin_shufflevector(c, d, 1, 5, 3, 7);
+    a = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
+    b = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
+    c = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+    d = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
+}
+
 template <class D>
 KELM_CHOL_INLINE auto group_of(const D& d, ptrdiff_t k, int live)
 {
-    const auto o0 = d[k];
-    return Group<std::remove_const_t<decltype(o0)>>{{o0, d[k + (live > 1 ? 1 : 0)], d[k + (live > 2 ? 2 : 0)],
-                                                      d[k + (live > 3 ? 3 : 0)]},
-                                                     live};
+    auto at = [&](int q) { return d[k + (q < live ? q : live - 1)]; };
+    return Group<std::remove_const_t<decltype(d[k])>>{{at(0), at(1), at(2), at(3)}, live};
 }
 
 // Element (i, j) of the four objects as lanes.
 template <class G>
-KELM_CHOL_INLINE f4 lanes_at(const G& g, int i, int j)
+KELM_CHOL_INLINE auto lanes_at(const G& g, int i, int j)
 {
-    return f4{g.o[0](i, j), g.o[1](i, j), g.o[2](i, j), g.o[3](i, j)};
+    return typename G::V{g.o[0](i, j), g.o[1](i, j), g.o[2](i, j), g.o[3](i, j)};
 }
 
-template <class G>
-KELM_CHOL_INLINE void store_lanes(const G& g, int i, int j, f4 v)
+template <class G, class V>
+KELM_CHOL_INLINE void store_lanes(const G& g, int i, int j, V v)
 {
     g.o[0](i, j) = v[0];
-    if (g.live > 1) {
-        g.o[1](i, j) = v[1];
-        g.o[2](i, j) = v[2];
-        g.o[3](i, j) = v[3];
-    }
+    if (g.live > 1) g.o[1](i, j) = v[1];
+    if (g.live > 2) g.o[2](i, j) = v[2];
+    if (g.live > 3) g.o[3](i, j) = v[3];
 }
 
 // Elements 0..W-1 of row i of the four objects, as lanes (only those are read).
 template <int W, class G>
-KELM_CHOL_INLINE void load_row(const G& g, int i, f4* out)
+KELM_CHOL_INLINE void load_row(const G& g, int i, typename G::V* out)
 {
+    using V = typename G::V;
     if constexpr (kDenseRows<G>) {
-        vx::unrolled<0, (W + 3) / 4>([&](auto c) {
+        chol_unrolled<0, (W + 3) / 4>([&](auto c) KELM_CHOL_BODY {
             constexpr int j0 = 4 * int(c), w = W - j0 < 4 ? W - j0 : 4;
-            f4 r0 = vx::load<f4, w>(&g.o[0](i, j0)), r1 = vx::load<f4, w>(&g.o[1](i, j0));
-            f4 r2 = vx::load<f4, w>(&g.o[2](i, j0)), r3 = vx::load<f4, w>(&g.o[3](i, j0));
+            V r0 = vx::load<V, w>(&g.o[0](i, j0)), r1 = vx::load<V, w>(&g.o[1](i, j0));
+            V r2 = vx::load<V, w>(&g.o[2](i, j0)), r3 = vx::load<V, w>(&g.o[3](i, j0));
             transpose4(r0, r1, r2, r3);
-            const f4 r[4] = {r0, r1, r2, r3};
+            const V r[4] = {r0, r1, r2, r3};
 #pragma GCC unroll 4
             for (int j = 0; j < w; ++j) out[j0 + j] = r[j];
         });
@@ -315,19 +378,18 @@ KELM_CHOL_INLINE void load_row(const G& g, int i, f4* out)
 
 // Stores elements 0..W-1 of row i of the live objects (only those are written).
 template <int W, class G>
-KELM_CHOL_INLINE void store_row(const G& g, int i, const f4* in)
+KELM_CHOL_INLINE void store_row(const G& g, int i, const typename G::V* in)
 {
+    using V = typename G::V;
     if constexpr (kDenseRows<G>) {
-        vx::unrolled<0, (W + 3) / 4>([&](auto c) {
+        chol_unrolled<0, (W + 3) / 4>([&](auto c) KELM_CHOL_BODY {
             constexpr int j0 = 4 * int(c), w = W - j0 < 4 ? W - j0 : 4;
-            f4 r0 = in[j0], r1 = in[j0 + (w > 1)], r2 = in[j0 + (w > 2 ? 2 : 0)], r3 = in[j0 + (w > 3 ? 3 : 0)];
+            V r0 = in[j0], r1 = in[j0 + (w > 1)], r2 = in[j0 + (w > 2 ? 2 : 0)], r3 = in[j0 + (w > 3 ? 3 : 0)];
             transpose4(r0, r1, r2, r3);
             vx::store<w>(&g.o[0](i, j0), r0);
-            if (g.live > 1) {
-                vx::store<w>(&g.o[1](i, j0), r1);
-                vx::store<w>(&g.o[2](i, j0), r2);
-                vx::store<w>(&g.o[3](i, j0), r3);
-            }
+            if (g.live > 1) vx::store<w>(&g.o[1](i, j0), r1);
+            if (g.live > 2) vx::store<w>(&g.o[2](i, j0), r2);
+            if (g.live > 3) vx::store<w>(&g.o[3](i, j0), r3);
         });
     } else {
 #pragma GCC unroll 8
@@ -341,40 +403,66 @@ template <int N, class GS, class GD>
 KELM_CHOL_INLINE kelStatus chol4_decomp_group(const GS& s, const GD& d)
 {
     f4 a[N][N], l[N][N];
-    vx::unrolled<0, N>([&](auto i) { load_row<i + 1>(s, i, a[i]); });
-    return chol_factor<N, EstimatedRoot>(a, l, [&](int i, bool passed) {
+    chol_unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(s, i, a[i]); });
+    return chol_factor<N, EstimatedRoot>(a, l, [&](int i, bool passed) KELM_CHOL_BODY {
         if (!passed) return;
-        vx::unrolled<0, N>([&](auto r) {
+        chol_unrolled<0, N>([&](auto r) KELM_CHOL_BODY {
             if (r == i) store_row<r + 1>(d, r, l[r]);
         });
     });
 }
 
+// The same on four 64f matrices with the exact root: nothing is stored
+// unless every lane passes every row.  Returns whether they all passed.
+template <int N, class GS, class GD>
+KELM_CHOL_INLINE bool chol4_decomp_exact_group(const GS& s, const GD& d)
+{
+    d4 a[N][N], l[N][N];
+    chol_unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(s, i, a[i]); });
+    if (chol_factor<N, ExactRootLanes>(a, l, [](int, bool) KELM_CHOL_BODY {}) != kelOk) return false;
+    chol_unrolled<0, N>([&](auto i) KELM_CHOL_BODY { store_row<i + 1>(d, i, l[i]); });
+    return true;
+}
+
+// 64f matrices four at a time (a short last group repeats its last matrix).
+// A group with a failing lane is done again one matrix at a time, which
+// writes and stops exactly as the one-matrix kernel does.
+template <int N, class S, class D>
+static KELM_WIDE kelStatus chol4_decomp_exact(const S& s, const D& d, int count)
+{
+    for (int k = 0; k < count; k += 4) {
+        const int live = count - k < 4 ? count - k : 4;
+        if (chol4_decomp_exact_group<N>(group_of(s, k, live), group_of(d, k, live))) continue;
+        for (int q = k; q < k + live; ++q)
+            if (kelStatus st = ownkelmCholeskyDecomp_m_NxN<N>(s[q], d[q])) return st;
+    }
+    return kelOk;
+}
+
 // Back substitution of one group of vectors with one factor held in locals
-// (F = T) or of a group of factor-vector pairs (F = f4).
+// (F = T) or of a group of factor-vector pairs (F = the lanes).
 template <int N, class F, class GB, class GX>
 KELM_CHOL_INLINE void chol4_solve_group(const F (&l)[N][N], const GB& b, const GX& x)
 {
-    f4 v[N];
+    typename GX::V v[N];
     load_row<N>(b, 0, v);
     chol_solve<N>(l, v);
     store_row<N>(x, 0, v);
 }
 
-// Factor-vector pairs four at a time (factor q with vector q in lane q),
-// then one at a time: the same operations per lane as one pair alone.
+// Factor-vector pairs four at a time (factor q with vector q in lane q; a
+// short last group repeats its last pair): the same operations per lane as
+// one pair alone.
 template <int N, class S, class B>
 static KELM_WIDE void chol4_mava(const S& s, const B& b, const B& x, int count)
 {
-    auto one = [&](ptrdiff_t k, int live) {
+    for (int k = 0; k < count; k += 4) {
+        const int live = count - k < 4 ? count - k : 4;
         const auto f = group_of(s, k, live);
-        f4 l[N][N];
-        vx::unrolled<0, N>([&](auto i) { load_row<i + 1>(f, i, l[i]); });
+        typename decltype(f)::V l[N][N];
+        chol_unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(f, i, l[i]); });
         chol4_solve_group<N>(l, group_of(b, k, live), group_of(x, k, live));
-    };
-    int k = 0;
-    for (; k + 4 <= count; k += 4) one(k, 4);
-    for (; k < count; ++k) one(k, 1);
+    }
 }
 
 // One factor, vectors four at a time for any order: y lives in the
@@ -383,12 +471,12 @@ template <class SV, class GB, class GX>
 KELM_CHOL_INLINE void chol4_solve_group_com(const SV& s, const GB& b, const GX& x, int n)
 {
     for (int i = 0; i < n; ++i) {
-        f4 v = lanes_at(b, 0, i);
+        auto v = lanes_at(b, 0, i);
         for (int k = 0; k < i; ++k) v = v - s(i, k) * lanes_at(x, 0, k);
         store_lanes(x, 0, i, v * s(i, i));
     }
     for (int i = n - 1; i >= 0; --i) {
-        f4 v = lanes_at(x, 0, i);
+        auto v = lanes_at(x, 0, i);
         for (int k = n - 1; k > i; --k) v = v - s(k, i) * lanes_at(x, 0, k);
         store_lanes(x, 0, i, v * s(i, i));
     }
@@ -398,13 +486,19 @@ KELM_CHOL_INLINE void chol4_solve_group_com(const SV& s, const GB& b, const GX& 
 
 template <class S, class D>
 constexpr bool kFourLaneDecomp = std::is_same_v<S, Strided<float, true>> && std::is_same_v<D, Strided<float, true>>;
+// Arrays whose objects are rows of contiguous elements (strided or listed).
+template <class A>
+constexpr bool kDenseObjects = std::is_same_v<decltype(std::declval<const A&>()[0]), DenseView<typename A::Elem, true>>;
+template <class S, class D>
+constexpr bool kExactLaneDecomp = std::is_same_v<typename D::Elem, double> && kDenseObjects<S> && kDenseObjects<D>;
 template <class B, class D>
 constexpr bool kFourLaneSolve = (std::is_same_v<B, Strided<float, true>> && std::is_same_v<D, Strided<float, true>>) ||
                                 (std::is_same_v<B, Strided<float, false>> && std::is_same_v<D, Strided<float, false>>);
 
 // Objects in order; the first failure stops the array (earlier objects are
 // complete, later ones untouched).  The contiguous 32f strided form of orders
-// 3 to 6 is the four-lane kernel.
+// 3 to 6 is the four-lane kernel; contiguous 64f objects of those orders go
+// four at a time with the exact root (the same bits as one at a time).
 template <class S, class D>
 kelStatus ownkelmCholeskyDecomp_ma(int count, const S& s, const D& d, int n)
 {
@@ -412,6 +506,15 @@ kelStatus ownkelmCholeskyDecomp_ma(int count, const S& s, const D& d, int n)
         if (n >= 3 && n <= 6)
             return CholoDec_32f_V8(reinterpret_cast<const float*>(s.base), int(s.obj), int(s.row),
                                    reinterpret_cast<float*>(d.base), int(d.obj), int(d.row), n, count);
+    }
+    if constexpr (kExactLaneDecomp<S, D>) {
+        switch (n) {
+        case 3: return chol4_decomp_exact<3>(s, d, count);
+        case 4: return chol4_decomp_exact<4>(s, d, count);
+        case 5: return chol4_decomp_exact<5>(s, d, count);
+        case 6: return chol4_decomp_exact<6>(s, d, count);
+        default: break;
+        }
     }
     for (int k = 0; k < count; ++k)
         if (kelStatus st = ownkelmCholeskyDecomp_m(s[k], d[k], n)) return st;
@@ -436,12 +539,12 @@ kelStatus ownkelmCholeskyBackSubst_mva(int count, const S& s, const B& b, const 
     }
 }
 
-// Factor k for vector k; the contiguous 32f strided form of orders 3 to 6
-// goes four pairs at a time (the same bits).
+// Factor k for vector k; contiguous objects of orders 3 to 6 go four pairs
+// at a time (the same bits).
 template <class S, class B, class D>
 kelStatus ownkelmCholeskyBackSubst_mava(int count, const S& s, const B& b, const D& x, int n)
 {
-    if constexpr (kFourLaneDecomp<S, D> && std::is_same_v<B, D>) {
+    if constexpr (kDenseObjects<S> && kDenseObjects<D> && std::is_same_v<B, D>) {
         switch (n) {
         case 3: chol4_mava<3>(s, b, x, count); return kelOk;
         case 4: chol4_mava<4>(s, b, x, count); return kelOk;
