@@ -123,7 +123,7 @@ void matches_reference()
 {
     for (const Shape& s : shapes())
         for (Desc d : kAll)
-            for (int count : {1, 3, 4, 9}) {
+            for (int count : {1, 3, 4, 9, 21}) {  // 21: two blocks of eight, one of four, one alone
                 SCOPED_TRACE(testing::Message() << op_name(s.op) << " " << kt::type_name<T>() << " " << kt::name(d)
                                                 << " " << s.h << "x" << s.w << " count " << count);
                 kt::Objects<T> o(d, count, s.h, s.w, unsigned(s.h * 131 + s.w * 7 + count + int(d)));
