@@ -8,11 +8,12 @@
 //   and the call's status becomes kelErrTinyDivisor (the loop goes on);
 //   otherwise q = 1 / w and X = (((m00·x + m03) + m01·y) + m02·z)·q, ...
 //
-// The contiguous kernel runs four points side by side, one per lane, each
-// lane doing exactly the scalar operations; packed points (12 bytes apart)
-// are loaded and stored as three four-float runs per four points.  A last
-// block of fewer than four points runs the scalar code, which gives the same
-// bits.
+// The contiguous kernel runs several points side by side, one per lane, each
+// lane doing exactly the scalar operations (the division is correctly
+// rounded in every lane): eight at a time when sources and results are both
+// packed (12 bytes apart), loaded and stored as whole runs of floats and
+// de-interleaved by shuffles; four at a time otherwise.  A last block of
+// fewer than four points runs the scalar code, which gives the same bits.
 #pragma once
 
 #include <cfloat>
@@ -103,6 +104,62 @@ KELM_AFFINE_INLINE AffineMask affine_lanes(const Affine4& a, vx::f4 x, vx::f4 y,
     return tiny;
 }
 
+// Eight packed points side by side: each 128-bit half of a vector holds
+// four of them (points 0-3 in the low half, 4-7 in the high), so that the
+// de-interleaving of the xyz triples stays within the halves.
+typedef float AffineF8 __attribute__((vector_size(32)));
+typedef int AffineMask8 __attribute__((vector_size(32)));
+
+KELM_AFFINE_INLINE AffineF8 lanes8(float v) { return AffineF8{v, v, v, v, v, v, v, v}; }
+
+// The same four-lane selection in both halves: a[i0], a[i1], b[i2], b[i3].
+template <int I0, int I1, int I2, int I3>
+KELM_AFFINE_INLINE AffineF8 pick(AffineF8 a, AffineF8 b)
+{
+    return __builtin_shufflevector(a, b, I0, I1, 8 + I2, 8 + I3, 4 + I0, 4 + I1, 12 + I2, 12 + I3);
+}
+
+KELM_AFFINE_INLINE AffineF8 halves(const float* lo, const float* hi)
+{
+    return __builtin_shufflevector(vx::load<vx::f4, 4>(lo), vx::load<vx::f4, 4>(hi), 0, 1, 2, 3, 4, 5, 6, 7);
+}
+
+KELM_AFFINE_INLINE AffineF8 affine_row8(const Affine4& a, int i, AffineF8 x, AffineF8 y, AffineF8 z)
+{
+    return ((lanes8(a.m[i][0]) * x + lanes8(a.m[i][3])) + lanes8(a.m[i][1]) * y) + lanes8(a.m[i][2]) * z;
+}
+
+// Points k .. k+7 of packed p into packed r; returns the tiny lanes.
+KELM_AFFINE_INLINE AffineMask8 affine_block8(const Affine4& a, const float* p, float* r)
+{
+    // Per half: m03 = x0 y0 z0 x1, m14 = y1 z1 x2 y2, m25 = z2 x3 y3 z3.
+    const AffineF8 m03 = halves(p, p + 12), m14 = halves(p + 4, p + 16), m25 = halves(p + 8, p + 20);
+    const AffineF8 xy = pick<2, 3, 1, 2>(m14, m25);  // x2 y2 x3 y3
+    const AffineF8 yz = pick<1, 2, 0, 1>(m03, m14);  // y0 z0 y1 z1
+    const AffineF8 x = pick<0, 3, 0, 2>(m03, xy), y = pick<0, 2, 1, 3>(yz, xy), z = pick<1, 3, 0, 3>(yz, m25);
+
+    const AffineF8 w = affine_row8(a, 3, x, y, z);
+    const AffineMask8 magnitude = AffineMask8(w) & 0x7FFFFFFF;
+    const AffineMask8 tiny = AffineF8(magnitude) <= lanes8(FLT_MIN);
+    const AffineF8 q = lanes8(1.0f) / w;
+    const AffineF8 big = lanes8(FLT_MAX);
+    const AffineF8 X = tiny ? big : affine_row8(a, 0, x, y, z) * q;
+    const AffineF8 Y = tiny ? big : affine_row8(a, 1, x, y, z) * q;
+    const AffineF8 Z = tiny ? big : affine_row8(a, 2, x, y, z) * q;
+
+    const AffineF8 rxy = pick<0, 2, 0, 2>(X, Y);  // X0 X2 Y0 Y2
+    const AffineF8 ryz = pick<1, 3, 1, 3>(Y, Z);  // Y1 Y3 Z1 Z3
+    const AffineF8 rzx = pick<0, 2, 1, 3>(Z, X);  // Z0 Z2 X1 X3
+    const AffineF8 r03 = pick<0, 2, 0, 2>(rxy, rzx), r14 = pick<0, 2, 1, 3>(ryz, rxy), r25 = pick<1, 3, 1, 3>(rzx, ryz);
+    const AffineF8 out0 = __builtin_shufflevector(r03, r14, 0, 1, 2, 3, 8, 9, 10, 11);
+    const AffineF8 out1 = __builtin_shufflevector(r25, r03, 0, 1, 2, 3, 12, 13, 14, 15);
+    const AffineF8 out2 = __builtin_shufflevector(r14, r25, 4, 5, 6, 7, 12, 13, 14, 15);
+    __builtin_memcpy(r, &out0, sizeof out0);
+    __builtin_memcpy(r + 8, &out1, sizeof out1);
+    __builtin_memcpy(r + 16, &out2, sizeof out2);
+    return tiny;
+}
+
 template <class M, class S, class D>
 static KELM_WIDE kelStatus affine_contiguous(const M& mat, const S& src, const D& dst, int count)
 {
@@ -110,6 +167,13 @@ static KELM_WIDE kelStatus affine_contiguous(const M& mat, const S& src, const D
     AffineMask anyTiny = {0, 0, 0, 0};
     int k = 0;
     const bool packedSrc = src.obj == 12, packedDst = dst.obj == 12;
+    if (packedSrc && packedDst) {
+        AffineMask8 tiny8 = {0, 0, 0, 0, 0, 0, 0, 0};
+        const float* p = &src[0][0];
+        float* r = &dst[0][0];
+        for (; k + 8 <= count; k += 8) tiny8 |= affine_block8(a, p + 3 * ptrdiff_t(k), r + 3 * ptrdiff_t(k));
+        anyTiny = __builtin_shufflevector(tiny8, tiny8, 0, 1, 2, 3) | __builtin_shufflevector(tiny8, tiny8, 4, 5, 6, 7);
+    }
     for (; k + 4 <= count; k += 4) {
         vx::f4 x, y, z;
         if (packedSrc) {
