@@ -160,6 +160,80 @@ KELM_AFFINE_INLINE AffineMask8 affine_block8(const Affine4& a, const float* p, f
     return tiny;
 }
 
+// Sixteen packed points per block on processors with AVX-512, where one
+// permute takes any lanes of two registers: fewer shuffles per point than
+// the eight-point block, which is bound by them.  Only the 64-bit build has
+// it (compiled for that instruction set alone and chosen at run time).
+#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__) && !defined(KELM_NO_CLONES)
+#define KELM_AFFINE_SIXTEEN 1
+typedef float AffineF16 __attribute__((vector_size(64)));
+typedef int AffineMask16 __attribute__((vector_size(64)));
+
+#define KELM_AFFINE_V4 __attribute__((target("arch=x86-64-v4"), always_inline)) inline
+
+KELM_AFFINE_V4 AffineF16 lanes16(float v) { return AffineF16{v, v, v, v, v, v, v, v, v, v, v, v, v, v, v, v}; }
+
+KELM_AFFINE_V4 AffineF16 affine_row16(const Affine4& a, int i, AffineF16 x, AffineF16 y, AffineF16 z)
+{
+    return ((lanes16(a.m[i][0]) * x + lanes16(a.m[i][3])) + lanes16(a.m[i][1]) * y) + lanes16(a.m[i][2]) * z;
+}
+
+// Sixteen packed points at p into r: whole 64-byte runs, each coordinate
+// gathered from the three runs by two two-source permutes (and back).
+KELM_AFFINE_V4 AffineMask16 affine_block16(const Affine4& a, const float* p, float* r)
+{
+    AffineF16 A, B, C;
+    __builtin_memcpy(&A, p, sizeof A);
+    __builtin_memcpy(&B, p + 16, sizeof B);
+    __builtin_memcpy(&C, p + 32, sizeof C);
+    const AffineF16 x = __builtin_shufflevector(
+        __builtin_shufflevector(A, B, 0, 3, 6, 9, 12, 15, 18, 21, 24, 27, 30, -1, -1, -1, -1, -1), C, 0, 1, 2, 3, 4, 5,
+        6, 7, 8, 9, 10, 17, 20, 23, 26, 29);
+    const AffineF16 y = __builtin_shufflevector(
+        __builtin_shufflevector(A, B, 1, 4, 7, 10, 13, 16, 19, 22, 25, 28, 31, -1, -1, -1, -1, -1), C, 0, 1, 2, 3, 4, 5,
+        6, 7, 8, 9, 10, 18, 21, 24, 27, 30);
+    const AffineF16 z = __builtin_shufflevector(
+        __builtin_shufflevector(A, B, 2, 5, 8, 11, 14, 17, 20, 23, 26, 29, -1, -1, -1, -1, -1, -1), C, 0, 1, 2, 3, 4, 5,
+        6, 7, 8, 9, 16, 19, 22, 25, 28, 31);
+
+    const AffineF16 w = affine_row16(a, 3, x, y, z);
+    const AffineMask16 magnitude = AffineMask16(w) & 0x7FFFFFFF;
+    const AffineMask16 tiny = AffineF16(magnitude) <= lanes16(FLT_MIN);
+    const AffineF16 q = lanes16(1.0f) / w;
+    const AffineF16 big = lanes16(FLT_MAX);
+    const AffineF16 X = tiny ? big : affine_row16(a, 0, x, y, z) * q;
+    const AffineF16 Y = tiny ? big : affine_row16(a, 1, x, y, z) * q;
+    const AffineF16 Z = tiny ? big : affine_row16(a, 2, x, y, z) * q;
+
+    const AffineF16 out0 = __builtin_shufflevector(
+        __builtin_shufflevector(X, Y, 0, 16, -1, 1, 17, -1, 2, 18, -1, 3, 19, -1, 4, 20, -1, 5), Z, 0, 1, 16, 3, 4, 17,
+        6, 7, 18, 9, 10, 19, 12, 13, 20, 15);
+    const AffineF16 out1 = __builtin_shufflevector(
+        __builtin_shufflevector(X, Y, 21, -1, 6, 22, -1, 7, 23, -1, 8, 24, -1, 9, 25, -1, 10, 26), Z, 0, 21, 2, 3, 22,
+        5, 6, 23, 8, 9, 24, 11, 12, 25, 14, 15);
+    const AffineF16 out2 = __builtin_shufflevector(
+        __builtin_shufflevector(X, Y, -1, 11, 27, -1, 12, 28, -1, 13, 29, -1, 14, 30, -1, 15, 31, -1), Z, 26, 1, 2, 27,
+        4, 5, 28, 7, 8, 29, 10, 11, 30, 13, 14, 31);
+    __builtin_memcpy(r, &out0, sizeof out0);
+    __builtin_memcpy(r + 16, &out1, sizeof out1);
+    __builtin_memcpy(r + 32, &out2, sizeof out2);
+    return tiny;
+}
+
+// Points 0 .. count rounded down to sixteen; returns whether any w was tiny.
+__attribute__((target("arch=x86-64-v4"), noinline)) static bool affine_packed16(const Affine4& a, const float* p,
+                                                                               float* r, int blocks)
+{
+    AffineMask16 tiny = {};
+    for (ptrdiff_t b = 0; b < blocks; ++b) tiny |= affine_block16(a, p + 48 * b, r + 48 * b);
+    bool any = false;
+    for (int l = 0; l < 16; ++l) any |= tiny[l] != 0;
+    return any;
+}
+
+inline bool affine_has_sixteen() { return __builtin_cpu_supports("x86-64-v4"); }
+#endif
+
 template <class M, class S, class D>
 static KELM_WIDE kelStatus affine_contiguous(const M& mat, const S& src, const D& dst, int count)
 {
@@ -171,6 +245,12 @@ static KELM_WIDE kelStatus affine_contiguous(const M& mat, const S& src, const D
         AffineMask8 tiny8 = {0, 0, 0, 0, 0, 0, 0, 0};
         const float* p = &src[0][0];
         float* r = &dst[0][0];
+#ifdef KELM_AFFINE_SIXTEEN
+        if (count >= 16 && affine_has_sixteen()) {
+            if (affine_packed16(a, p, r, count / 16)) tiny8[0] = -1;
+            k = count / 16 * 16;
+        }
+#endif
         for (; k + 8 <= count; k += 8) tiny8 |= affine_block8(a, p + 3 * ptrdiff_t(k), r + 3 * ptrdiff_t(k));
         anyTiny = __builtin_shufflevector(tiny8, tiny8, 0, 1, 2, 3) | __builtin_shufflevector(tiny8, tiny8, 4, 5, 6, 7);
     }
