@@ -210,6 +210,28 @@ TEST(Norm, TraceKeepsRunningSumInDestination)
     EXPECT_EQ(m[3], 2.0f);  // dst = 0; dst = dst + d0 = 1; dst = dst + d1 (now 1) = 2
 }
 
+// Arrays larger than the caches take the walkers that request lines ahead;
+// one thread, so that a single kernel call sees the whole array.
+template <class T>
+void large_arrays()
+{
+    kt::Threads one(1);
+    for (const Shape s : {Shape{Op::Trace, 3, 3}, Shape{Op::Trace, 4, 4}, Shape{Op::Frob, 4, 4}, Shape{Op::Frob, 5, 5}}) {
+        const int count = int((std::size_t(5) << 20) / (sizeof(T) * std::size_t(s.h * s.w))) + 3;
+        SCOPED_TRACE(testing::Message() << op_name(s.op) << " " << kt::type_name<T>() << " " << s.h << " count " << count);
+        kt::Objects<T> o(Desc::Contig, count, s.h, s.w, unsigned(count));
+        std::vector<T> got(std::size_t(count), T(-77));
+        ASSERT_EQ(run_array(s.op, o, s.h, s.w, got.data()), kelOk);
+        for (int k = 0; k < count; ++k) {
+            double tol;
+            ASSERT_TRUE(kt::same_bits(got[k], reference(s.op, o, k, s.h, s.w, &tol))) << k;
+        }
+    }
+}
+
+TEST(Norm, LargeArrays32f) { large_arrays<float>(); }
+TEST(Norm, LargeArrays64f) { large_arrays<double>(); }
+
 // Serial when the work measure is at most the member's limit, parallel above.
 // Inside an active region the runtime refuses to fork and a parallel run does
 // only its first block: that shows which path ran.

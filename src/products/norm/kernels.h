@@ -487,28 +487,40 @@ inline kelStatus ownkelmFrobNorm_m(const D& d, int width, int height, typename D
     return ownkelmFrobNorm_ma(d, width, height, dst, 1);
 }
 
-// Trace.
+// Trace.  The diagonal of small objects stored back to back touches every
+// line of them; when the array is larger than the caches' share of one core,
+// the lines kFlatAhead bytes ahead are requested as the walk goes, four
+// objects at a time.
+template <class D, class F>
+KELM_NORM_INLINE void trace_walk(const D& d, int n, typename D::Elem* dst, int count, const F& diag_sum)
+{
+    using T = typename D::Elem;
+    if constexpr (std::is_same_v<D, Strided<T, true>>) {
+        const ptrdiff_t obj = ptrdiff_t(n) * n * ptrdiff_t(sizeof(T));
+        if (d.obj == obj && d.row == ptrdiff_t(n) * ptrdiff_t(sizeof(T)) && obj <= 64 &&
+            ptrdiff_t(count) * obj > (ptrdiff_t(1) << 22)) {
+            const char* base = d.base;
+            const char* next = base + kFlatAhead;  // the first line not yet requested
+            for (int k = 0; k < count; k += 4) {
+                const char* p = base + ptrdiff_t(k) * obj + kFlatAhead;
+                for (; next < p + 4 * obj; next += 64) __builtin_prefetch(next);
+                const int m = count - k < 4 ? count - k : 4;
+                for (int l = 0; l < m; ++l) dst[k + l] = diag_sum(d[k + l]);
+            }
+            return;
+        }
+    }
+    for (int k = 0; k < count; ++k) dst[k] = diag_sum(d[k]);
+}
+
 template <class D>
 inline kelStatus ownkelmTrace_ma(const D& d, int n, typename D::Elem* dst, int count)
 {
     switch (n) {
-    case 3:
-        for (int k = 0; k < count; ++k) {
-            const auto o = d[k];
-            dst[k] = o(0, 0) + o(1, 1) + o(2, 2);
-        }
-        break;
-    case 4:
-        for (int k = 0; k < count; ++k) {
-            const auto o = d[k];
-            dst[k] = o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3);
-        }
-        break;
+    case 3: trace_walk(d, n, dst, count, [](const auto& o) { return o(0, 0) + o(1, 1) + o(2, 2); }); break;
+    case 4: trace_walk(d, n, dst, count, [](const auto& o) { return o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3); }); break;
     case 5:
-        for (int k = 0; k < count; ++k) {
-            const auto o = d[k];
-            dst[k] = o(4, 4) + o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3);
-        }
+        trace_walk(d, n, dst, count, [](const auto& o) { return o(4, 4) + o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3); });
         break;
     default:
         for (int k = 0; k < count; ++k) {
