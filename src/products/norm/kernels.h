@@ -346,7 +346,7 @@ KELM_NORM_INLINE int flat_blocks(const Obj& object, T* dst, int count, ptrdiff_t
     for (; k + 8 * B <= count; k += 8 * B) {
         if (ahead) {
             const char* f = object(k) + ahead;
-            for (ptrdiff_t i = 0; i < ptrdiff_t(8 * B * NN * sizeof(T)); i += 64) __builtin_prefetch(f + i);
+            for (ptrdiff_t i = 0; i < ptrdiff_t(8 * B * NN * sizeof(T)); i += 64) __builtin_prefetch(f + i, 0, 2);  // prefetcht1
         }
         flat_sumsq<T, NN, B>([&](int b, int l) __attribute__((always_inline)) { return object(k + 8 * b + l); }, s);
         norm_unrolled<0, B>([&](auto b) __attribute__((always_inline)) { store_roots(s[b], dst + k + 8 * b); });
@@ -363,14 +363,14 @@ KELM_NORM_INLINE int flat_blocks(const Obj& object, T* dst, int count, ptrdiff_t
 template <class T, int NN>
 constexpr int kFlatInterleave = std::is_same_v<T, double> && NN >= 36 ? 2 : 1;
 
-// Which shapes take the flat walker: every float shape, the double shapes
-// but 5 x 5, whose four-lane walker streams faster from memory (measured).
+// Shapes with at least one run of four elements take the flat walker.
 template <class T, int NN>
-constexpr bool kFlatShape = NN >= Flat8<T>::S && !(std::is_same_v<T, double> && NN == 25);
+constexpr bool kFlatShape = NN >= Flat8<T>::S;
 
-// Objects back to back are prefetched this many bytes ahead: the hardware
-// prefetchers lose the stream when eight objects are read column by column.
-constexpr ptrdiff_t kFlatAhead = 4096;
+// Objects back to back are requested this many bytes ahead, into the
+// second-level cache (into the first, the lines of eight objects read
+// column by column conflict with those requested; measured).
+constexpr ptrdiff_t kFlatAhead = 8192;
 
 template <class D>
 constexpr bool kFlatDesc = false;
@@ -503,7 +503,7 @@ KELM_NORM_INLINE void trace_walk(const D& d, int n, typename D::Elem* dst, int c
             const char* next = base + kFlatAhead;  // the first line not yet requested
             for (int k = 0; k < count; k += 4) {
                 const char* p = base + ptrdiff_t(k) * obj + kFlatAhead;
-                for (; next < p + 4 * obj; next += 64) __builtin_prefetch(next);
+                for (; next < p + 4 * obj; next += 64) __builtin_prefetch(next, 0, 2);
                 const int m = count - k < 4 ? count - k : 4;
                 for (int l = 0; l < m; ++l) dst[k + l] = diag_sum(d[k + l]);
             }
