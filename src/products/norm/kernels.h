@@ -358,19 +358,21 @@ KELM_NORM_INLINE int flat_blocks(const Obj& object, T* dst, int count, ptrdiff_t
     return k;
 }
 
-// Blocks interleaved: enough independent chains of additions to cover their
-// latency (measured: the 6 x 6 doubles gain from two, the others do not).
+// Blocks interleaved: two chains of additions cover more of their latency
+// but hold twice the columns; measured, two pay for the 5 x 5 floats and
+// the 6 x 6 doubles from memory, one for the others (the 6 x 6 floats gain
+// from two in cache and lose from memory).
 template <class T, int NN>
-constexpr int kFlatInterleave = std::is_same_v<T, double> && NN >= 36 ? 2 : 1;
+constexpr int kFlatInterleave = (std::is_same_v<T, double> ? NN >= 36 : NN == 25) ? 2 : 1;
 
 // Shapes with at least one run of four elements take the flat walker.
 template <class T, int NN>
 constexpr bool kFlatShape = NN >= Flat8<T>::S;
 
-// Objects back to back are requested this many bytes ahead, into the
-// second-level cache (into the first, the lines of eight objects read
+// Objects back to back are requested this many bytes ahead (measured: 8 KB
+// and less leave the 5 x 5 shapes waiting), into the second-level cache (into the first, the lines of eight objects read
 // column by column conflict with those requested; measured).
-constexpr ptrdiff_t kFlatAhead = 8192;
+constexpr ptrdiff_t kFlatAhead = 16384;
 
 template <class D>
 constexpr bool kFlatDesc = false;
