@@ -370,8 +370,9 @@ template <class T, int NN>
 constexpr bool kFlatShape = NN >= Flat8<T>::S;
 
 // Objects back to back are requested this many bytes ahead (measured: 8 KB
-// and less leave the 5 x 5 shapes waiting), into the second-level cache (into the first, the lines of eight objects read
-// column by column conflict with those requested; measured).
+// and less leave the 5 x 5 shapes waiting), into the second-level cache
+// (into the first, the requests conflict with the lines of the eight
+// objects being read column by column; measured).
 constexpr ptrdiff_t kFlatAhead = 16384;
 
 template <class D>
