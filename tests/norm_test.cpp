@@ -208,6 +208,15 @@ TEST(Norm, TraceKeepsRunningSumInDestination)
     float m[4] = {1, 0, 0, 2};  // 2x2: d0 = 1, d1 = m[3]
     ASSERT_EQ(kelmTrace_m_32f(m, 8, 4, 2, &m[3]), kelOk);
     EXPECT_EQ(m[3], 2.0f);  // dst = 0; dst = dst + d0 = 1; dst = dst + d1 (now 1) = 2
+    // 6x6 (written out) and 7x7, the destination on d1: 0, d0, 2·d0, 2·d0 + d2, ...
+    for (int n : {6, 7}) {
+        std::vector<double> a(std::size_t(n * n), 0.0);
+        for (int i = 0; i < n; ++i) a[std::size_t(i * (n + 1))] = i + 1;
+        double want = 2;  // d0 + d0
+        for (int i = 2; i < n; ++i) want += i + 1;
+        ASSERT_EQ(kelmTrace_m_64f(a.data(), 8 * n, 8, n, &a[std::size_t(n + 1)]), kelOk);
+        EXPECT_EQ(a[std::size_t(n + 1)], want) << n;
+    }
 }
 
 // Arrays larger than the caches take the walkers that request lines ahead;

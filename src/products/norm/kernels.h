@@ -495,6 +495,19 @@ inline kelStatus ownkelmFrobNorm_m(const D& d, int width, int height, typename D
 // the lines kFlatAhead bytes ahead are requested as the walk goes, four
 // objects at a time.
 template <class D, class F>
+__attribute__((noinline)) void trace_ahead(const D& d, ptrdiff_t obj, typename D::Elem* dst, int count, const F& diag_sum)
+{
+    const char* base = d.base;
+    const char* next = base + kFlatAhead;  // the first line not yet requested
+    for (int k = 0; k < count; k += 4) {
+        const char* p = base + ptrdiff_t(k) * obj + kFlatAhead;
+        for (; next < p + 4 * obj; next += 64) __builtin_prefetch(next, 0, 2);
+        const int m = count - k < 4 ? count - k : 4;
+        for (int l = 0; l < m; ++l) dst[k + l] = diag_sum(d[k + l]);
+    }
+}
+
+template <class D, class F>
 KELM_NORM_INLINE void trace_walk(const D& d, int n, typename D::Elem* dst, int count, const F& diag_sum)
 {
     using T = typename D::Elem;
@@ -502,14 +515,7 @@ KELM_NORM_INLINE void trace_walk(const D& d, int n, typename D::Elem* dst, int c
         const ptrdiff_t obj = ptrdiff_t(n) * n * ptrdiff_t(sizeof(T));
         if (d.obj == obj && d.row == ptrdiff_t(n) * ptrdiff_t(sizeof(T)) && obj <= 64 &&
             ptrdiff_t(count) * obj > (ptrdiff_t(1) << 22)) {
-            const char* base = d.base;
-            const char* next = base + kFlatAhead;  // the first line not yet requested
-            for (int k = 0; k < count; k += 4) {
-                const char* p = base + ptrdiff_t(k) * obj + kFlatAhead;
-                for (; next < p + 4 * obj; next += 64) __builtin_prefetch(next, 0, 2);
-                const int m = count - k < 4 ? count - k : 4;
-                for (int l = 0; l < m; ++l) dst[k + l] = diag_sum(d[k + l]);
-            }
+            trace_ahead(d, obj, dst, count, diag_sum);
             return;
         }
     }
