@@ -26,6 +26,8 @@
 // would.  A last block of fewer than four fills its spare lanes with copies
 // of its last object and stores only the live lanes, so single objects,
 // arrays, every block position and every thread split give the same bits.
+// Objects stored as one run of elements go eight at a time first (see "flat
+// objects" below), with the same operations per lane.
 #pragma once
 
 #include <xmmintrin.h>
