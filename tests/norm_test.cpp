@@ -123,7 +123,7 @@ void matches_reference()
 {
     for (const Shape& s : shapes())
         for (Desc d : kAll)
-            for (int count : {1, 3, 4, 9}) {
+            for (int count : {1, 3, 4, 9, 21}) {  // 21: two blocks of eight, one of four, one alone
                 SCOPED_TRACE(testing::Message() << op_name(s.op) << " " << kt::type_name<T>() << " " << kt::name(d)
                                                 << " " << s.h << "x" << s.w << " count " << count);
                 kt::Objects<T> o(d, count, s.h, s.w, unsigned(s.h * 131 + s.w * 7 + count + int(d)));
@@ -208,7 +208,38 @@ TEST(Norm, TraceKeepsRunningSumInDestination)
     float m[4] = {1, 0, 0, 2};  // 2x2: d0 = 1, d1 = m[3]
     ASSERT_EQ(kelmTrace_m_32f(m, 8, 4, 2, &m[3]), kelOk);
     EXPECT_EQ(m[3], 2.0f);  // dst = 0; dst = dst + d0 = 1; dst = dst + d1 (now 1) = 2
+    // 6x6 (written out) and 7x7, the destination on d1: 0, d0, 2·d0, 2·d0 + d2, ...
+    for (int n : {6, 7}) {
+        std::vector<double> a(std::size_t(n * n), 0.0);
+        for (int i = 0; i < n; ++i) a[std::size_t(i * (n + 1))] = i + 1;
+        double want = 2;  // d0 + d0
+        for (int i = 2; i < n; ++i) want += i + 1;
+        ASSERT_EQ(kelmTrace_m_64f(a.data(), 8 * n, 8, n, &a[std::size_t(n + 1)]), kelOk);
+        EXPECT_EQ(a[std::size_t(n + 1)], want) << n;
+    }
 }
+
+// Arrays larger than the caches take the walkers that request lines ahead;
+// one thread, so that a single kernel call sees the whole array.
+template <class T>
+void large_arrays()
+{
+    kt::Threads one(1);
+    for (const Shape s : {Shape{Op::Trace, 3, 3}, Shape{Op::Trace, 4, 4}, Shape{Op::Frob, 4, 4}, Shape{Op::Frob, 5, 5}}) {
+        const int count = int((std::size_t(5) << 20) / (sizeof(T) * std::size_t(s.h * s.w))) + 3;
+        SCOPED_TRACE(testing::Message() << op_name(s.op) << " " << kt::type_name<T>() << " " << s.h << " count " << count);
+        kt::Objects<T> o(Desc::Contig, count, s.h, s.w, unsigned(count));
+        std::vector<T> got(std::size_t(count), T(-77));
+        ASSERT_EQ(run_array(s.op, o, s.h, s.w, got.data()), kelOk);
+        for (int k = 0; k < count; ++k) {
+            double tol;
+            ASSERT_TRUE(kt::same_bits(got[k], reference(s.op, o, k, s.h, s.w, &tol))) << k;
+        }
+    }
+}
+
+TEST(Norm, LargeArrays32f) { large_arrays<float>(); }
+TEST(Norm, LargeArrays64f) { large_arrays<double>(); }
 
 // Serial when the work measure is at most the member's limit, parallel above.
 // Inside an active region the runtime refuses to fork and a parallel run does

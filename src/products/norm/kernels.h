@@ -26,6 +26,8 @@
 // would.  A last block of fewer than four fills its spare lanes with copies
 // of its last object and stores only the live lanes, so single objects,
 // arrays, every block position and every thread split give the same bits.
+// Objects stored as one run of elements go eight at a time first (see "flat
+// objects" below), with the same operations per lane.
 #pragma once
 
 #include <xmmintrin.h>
@@ -204,12 +206,213 @@ KELM_NORM_INLINE void sumsq_root_block(const D& d, ptrdiff_t k, int live, int h,
     else store_live(lane_sqrt(squares_ascending<H, W>(q, h, w)), dst, live);
 }
 
+// --- flat objects, eight at a time -------------------------------------------
+//
+// An object whose elements follow each other without gaps (unit element
+// stride, row stride = width) is one run of H·W elements.  Eight such
+// objects are read as runs of S = 4 elements (16 bytes of floats, 32 of
+// doubles) and transposed in registers, so that lane l of column j holds
+// element c + j of object l; the squares are then added in ascending order
+// exactly as above.  A last run that would pass the end of an object starts
+// S elements before the end instead and only its new columns are used, so
+// nothing outside the objects is read.
+
+typedef float NormF8 __attribute__((vector_size(32)));
+
+// Eight doubles as two four-lane halves (one register each under AVX2).
+struct NormD8 {
+    vx::d4 lo, hi;
+};
+KELM_NORM_INLINE NormD8 operator*(NormD8 a, NormD8 b) { return {a.lo * b.lo, a.hi * b.hi}; }
+KELM_NORM_INLINE NormD8 operator+(NormD8 a, NormD8 b) { return {a.lo + b.lo, a.hi + b.hi}; }
+
+template <class T>
+struct Flat8;
+template <>
+struct Flat8<float> {
+    using V = NormF8;
+    using Part = vx::f4;
+    static constexpr int S = 4;
+};
+template <>
+struct Flat8<double> {
+    using V = NormD8;
+    using Part = vx::d4;
+    static constexpr int S = 4;
+};
+
+// f(integral_constant<I>) for I = Begin .. End - 1, written out and inlined
+// (the eight-lane values must never cross a call).
+template <int Begin, int End, class F>
+KELM_NORM_INLINE void norm_unrolled(F&& f)
+{
+    if constexpr (Begin < End) {
+        f(std::integral_constant<int, Begin>{});
+        norm_unrolled<Begin + 1, End>(f);
+    }
+}
+
+template <class T>
+KELM_NORM_INLINE typename Flat8<T>::Part load_part(const char* p)
+{
+    typename Flat8<T>::Part v;
+    __builtin_memcpy(&v, p, sizeof v);
+    return v;
+}
+
+// Columns c .. c+3 of eight float objects; at(l) is the address of object l
+// and c a byte offset.
+template <class At>
+KELM_NORM_INLINE void flat_columns(const At& at, ptrdiff_t c, NormF8* col)
+{
+    auto part = [&](int l) __attribute__((always_inline)) { return load_part<float>(at(l) + c); };
+    const NormF8 r0 = __builtin_shufflevector(part(0), part(4), 0, 1, 2, 3, 4, 5, 6, 7);
+    const NormF8 r1 = __builtin_shufflevector(part(1), part(5), 0, 1, 2, 3, 4, 5, 6, 7);
+    const NormF8 r2 = __builtin_shufflevector(part(2), part(6), 0, 1, 2, 3, 4, 5, 6, 7);
+    const NormF8 r3 = __builtin_shufflevector(part(3), part(7), 0, 1, 2, 3, 4, 5, 6, 7);
+    const NormF8 t0 = __builtin_shufflevector(r0, r1, 0, 8, 1, 9, 4, 12, 5, 13);
+    const NormF8 t1 = __builtin_shufflevector(r0, r1, 2, 10, 3, 11, 6, 14, 7, 15);
+    const NormF8 t2 = __builtin_shufflevector(r2, r3, 0, 8, 1, 9, 4, 12, 5, 13);
+    const NormF8 t3 = __builtin_shufflevector(r2, r3, 2, 10, 3, 11, 6, 14, 7, 15);
+    col[0] = __builtin_shufflevector(t0, t2, 0, 1, 8, 9, 4, 5, 12, 13);
+    col[1] = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
+    col[2] = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
+    col[3] = __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
+}
+
+// Columns c .. c+3 of eight double objects: two 4 x 4 transposes.
+template <class At>
+KELM_NORM_INLINE void flat_columns(const At& at, ptrdiff_t c, NormD8* col)
+{
+    auto row = [&](int l) __attribute__((always_inline)) { return load_part<double>(at(l) + c); };
+    auto half = [&](int l0, vx::d4* out) __attribute__((always_inline)) {
+        const vx::d4 a0 = row(l0), a1 = row(l0 + 1), a2 = row(l0 + 2), a3 = row(l0 + 3);
+        const vx::d4 t0 = __builtin_shufflevector(a0, a1, 0, 4, 2, 6), t1 = __builtin_shufflevector(a0, a1, 1, 5, 3, 7);
+        const vx::d4 t2 = __builtin_shufflevector(a2, a3, 0, 4, 2, 6), t3 = __builtin_shufflevector(a2, a3, 1, 5, 3, 7);
+        out[0] = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
+        out[1] = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
+        out[2] = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+        out[3] = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
+    };
+    vx::d4 lo[4], hi[4];
+    half(0, lo);
+    half(4, hi);
+    for (int j = 0; j < 4; ++j) col[j] = {lo[j], hi[j]};
+}
+
+// The ascending sums of squares of B blocks of eight flat objects of NN
+// elements, the blocks' chains interleaved; at(b, l) addresses object l of
+// block b.
+template <class T, int NN, int B, class At>
+KELM_NORM_INLINE void flat_sumsq(const At& at, typename Flat8<T>::V* s)
+{
+    using V = typename Flat8<T>::V;
+    constexpr int S = Flat8<T>::S;
+    norm_unrolled<0, (NN + S - 1) / S>([&](auto g) __attribute__((always_inline)) {
+        constexpr int first = S * g, c = first + S <= NN ? first : NN - S;
+        norm_unrolled<0, B>([&](auto b) __attribute__((always_inline)) {
+            V col[S];
+            flat_columns([&](int l) __attribute__((always_inline)) { return at(b, l); },
+                         ptrdiff_t(c) * ptrdiff_t(sizeof(T)), col);
+            norm_unrolled<first, (first + S < NN ? first + S : NN)>([&](auto e) __attribute__((always_inline)) {
+                const V x = col[e - c];
+                if constexpr (e == 0) s[b] = x * x;
+                else s[b] = s[b] + x * x;
+            });
+        });
+    });
+}
+
+KELM_NORM_INLINE void store_roots(NormF8 s, float* dst)
+{
+    const vx::f4 lo = lane_sqrt(vx::f4(__builtin_shufflevector(s, s, 0, 1, 2, 3)));
+    const vx::f4 hi = lane_sqrt(vx::f4(__builtin_shufflevector(s, s, 4, 5, 6, 7)));
+    __builtin_memcpy(dst, &lo, sizeof lo);
+    __builtin_memcpy(dst + 4, &hi, sizeof hi);
+}
+KELM_NORM_INLINE void store_roots(NormD8 s, double* dst)
+{
+    const vx::d4 lo = lane_sqrt(s.lo), hi = lane_sqrt(s.hi);
+    __builtin_memcpy(dst, &lo, sizeof lo);
+    __builtin_memcpy(dst + 4, &hi, sizeof hi);
+}
+
+// B blocks of eight objects at a time, then single blocks, while whole
+// blocks remain; returns the first object left.  object(k) is the address
+// of object k.
+template <class T, int NN, int B, class Obj>
+KELM_NORM_INLINE int flat_blocks(const Obj& object, T* dst, int count, ptrdiff_t ahead = 0)
+{
+    typename Flat8<T>::V s[B];
+    int k = 0;
+    for (; k + 8 * B <= count; k += 8 * B) {
+        if (ahead) {
+            const char* f = object(k) + ahead;
+            for (ptrdiff_t i = 0; i < ptrdiff_t(8 * B * NN * sizeof(T)); i += 64) __builtin_prefetch(f + i, 0, 2);  // prefetcht1
+        }
+        flat_sumsq<T, NN, B>([&](int b, int l) __attribute__((always_inline)) { return object(k + 8 * b + l); }, s);
+        norm_unrolled<0, B>([&](auto b) __attribute__((always_inline)) { store_roots(s[b], dst + k + 8 * b); });
+    }
+    for (; k + 8 <= count; k += 8) {
+        flat_sumsq<T, NN, 1>([&](int, int l) __attribute__((always_inline)) { return object(k + l); }, s);
+        store_roots(s[0], dst + k);
+    }
+    return k;
+}
+
+// Blocks interleaved: two chains of additions cover more of their latency
+// but hold twice the columns; measured, two pay for the 5 x 5 floats and
+// the 6 x 6 doubles from memory, one for the others (the 6 x 6 floats gain
+// from two in cache and lose from memory).
+template <class T, int NN>
+constexpr int kFlatInterleave = (std::is_same_v<T, double> ? NN >= 36 : NN == 25) ? 2 : 1;
+
+// Shapes with at least one run of four elements take the flat walker.
+template <class T, int NN>
+constexpr bool kFlatShape = NN >= Flat8<T>::S;
+
+// Objects back to back are requested this many bytes ahead (measured: 8 KB
+// and less leave the 5 x 5 shapes waiting), into the second-level cache
+// (into the first, the requests conflict with the lines of the eight
+// objects being read column by column; measured).
+constexpr ptrdiff_t kFlatAhead = 16384;
+
+template <class D>
+constexpr bool kFlatDesc = false;
+template <class T>
+constexpr bool kFlatDesc<Strided<T, true>> = true;
+template <class T>
+constexpr bool kFlatDesc<List<T, true>> = true;
+
+template <int H, int W, class D>
+KELM_NORM_INLINE int flat_prefix(const D& d, typename D::Elem* dst, int count)
+{
+    using T = typename D::Elem;
+    constexpr int NN = H * W;
+    if constexpr (kFlatDesc<D> && kFlatShape<T, NN>) {
+        if (H > 1 && d.row != ptrdiff_t(W * sizeof(T))) return 0;
+        constexpr int B = kFlatInterleave<T, NN>;
+        if constexpr (std::is_same_v<D, Strided<T, true>>) {
+            const char* p = d.base;
+            const ptrdiff_t obj = d.obj;
+            return flat_blocks<T, NN, B>([p, obj](int k) __attribute__((always_inline)) { return p + k * obj; }, dst,
+                                         count, obj == ptrdiff_t(NN * sizeof(T)) ? kFlatAhead : 0);
+        } else {
+            return flat_blocks<T, NN, B>(
+                [&d](int k) __attribute__((always_inline)) { return static_cast<const char*>(d.list[k] + d.shift); },
+                dst, count);
+        }
+    }
+    return 0;
+}
+
 // The array walker, compiled for the baseline and for AVX2 (where the four
 // 64f lanes are one register).
 template <int H, int W, bool Refined, class D>
 static KELM_WIDE void sumsq_root(const D& d, int h, int w, typename D::Elem* dst, int count)
 {
     int k = 0;
+    if constexpr (!Refined && H > 0 && W > 0) k = flat_prefix<H, W>(d, dst, count);
     for (; k + kNormLanes <= count; k += kNormLanes) sumsq_root_block<H, W, Refined>(d, k, kNormLanes, h, w, dst + k);
     if (k < count) sumsq_root_block<H, W, Refined>(d, k, count - k, h, w, dst + k);
 }
@@ -289,28 +492,46 @@ inline kelStatus ownkelmFrobNorm_m(const D& d, int width, int height, typename D
     return ownkelmFrobNorm_ma(d, width, height, dst, 1);
 }
 
-// Trace.
+// Trace.  The diagonal of small objects stored back to back touches every
+// line of them; when the array is larger than the caches' share of one core,
+// the lines kFlatAhead bytes ahead are requested as the walk goes, four
+// objects at a time.
+template <class D, class F>
+__attribute__((noinline)) void trace_ahead(const D& d, ptrdiff_t obj, typename D::Elem* dst, int count, const F& diag_sum)
+{
+    const char* base = d.base;
+    const char* next = base + kFlatAhead;  // the first line not yet requested
+    for (int k = 0; k < count; k += 4) {
+        const char* p = base + ptrdiff_t(k) * obj + kFlatAhead;
+        for (; next < p + 4 * obj; next += 64) __builtin_prefetch(next, 0, 2);
+        const int m = count - k < 4 ? count - k : 4;
+        for (int l = 0; l < m; ++l) dst[k + l] = diag_sum(d[k + l]);
+    }
+}
+
+template <class D, class F>
+KELM_NORM_INLINE void trace_walk(const D& d, int n, typename D::Elem* dst, int count, const F& diag_sum)
+{
+    using T = typename D::Elem;
+    if constexpr (std::is_same_v<D, Strided<T, true>>) {
+        const ptrdiff_t obj = ptrdiff_t(n) * n * ptrdiff_t(sizeof(T));
+        if (d.obj == obj && d.row == ptrdiff_t(n) * ptrdiff_t(sizeof(T)) && obj <= 64 &&
+            ptrdiff_t(count) * obj > (ptrdiff_t(1) << 22)) {
+            trace_ahead(d, obj, dst, count, diag_sum);
+            return;
+        }
+    }
+    for (int k = 0; k < count; ++k) dst[k] = diag_sum(d[k]);
+}
+
 template <class D>
 inline kelStatus ownkelmTrace_ma(const D& d, int n, typename D::Elem* dst, int count)
 {
     switch (n) {
-    case 3:
-        for (int k = 0; k < count; ++k) {
-            const auto o = d[k];
-            dst[k] = o(0, 0) + o(1, 1) + o(2, 2);
-        }
-        break;
-    case 4:
-        for (int k = 0; k < count; ++k) {
-            const auto o = d[k];
-            dst[k] = o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3);
-        }
-        break;
+    case 3: trace_walk(d, n, dst, count, [](const auto& o) { return o(0, 0) + o(1, 1) + o(2, 2); }); break;
+    case 4: trace_walk(d, n, dst, count, [](const auto& o) { return o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3); }); break;
     case 5:
-        for (int k = 0; k < count; ++k) {
-            const auto o = d[k];
-            dst[k] = o(4, 4) + o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3);
-        }
+        trace_walk(d, n, dst, count, [](const auto& o) { return o(4, 4) + o(0, 0) + o(1, 1) + o(2, 2) + o(3, 3); });
         break;
     default:
         for (int k = 0; k < count; ++k) {
