@@ -66,10 +66,10 @@ inline f4 splat(f4 v)
     return __builtin_shufflevector(v, v, K, K, K, K);
 }
 
-// 4x4 transposition of four rows, by shuffles: for f8 within each half on
-// its own (the low halves of a..d form one 4x4 block, the high halves
-// another), for d4 across the whole vectors.  It is its own inverse, so the
-// same call turns rows of objects into lanes and lanes back into rows.
+// 4x4 transposition of four rows, by shuffles: for f4 and d4 across the
+// whole vectors, for f8 within each half on its own (the low halves of a..d
+// form one 4x4 block, the high halves another).  It is its own inverse, so
+// the same call turns rows of objects into lanes and lanes back into rows.
 inline void transpose4(f8& a, f8& b, f8& c, f8& d)
 {
     const f8 t0 = __builtin_shufflevector(a, b, 0, 8, 1, 9, 4, 12, 5, 13);
@@ -80,6 +80,16 @@ inline void transpose4(f8& a, f8& b, f8& c, f8& d)
     b = __builtin_shufflevector(t0, t2, 2, 3, 10, 11, 6, 7, 14, 15);
     c = __builtin_shufflevector(t1, t3, 0, 1, 8, 9, 4, 5, 12, 13);
     d = __builtin_shufflevector(t1, t3, 2, 3, 10, 11, 6, 7, 14, 15);
+}
+
+inline void transpose4(f4& a, f4& b, f4& c, f4& d)
+{
+    const f4 t0 = __builtin_shufflevector(a, b, 0, 4, 1, 5), t1 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
+    const f4 t2 = __builtin_shufflevector(c, d, 0, 4, 1, 5), t3 = __builtin_shufflevector(c, d, 2, 6, 3, 7);
+    a = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
+    b = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
+    c = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
+    d = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
 }
 
 inline void transpose4(d4& a, d4& b, d4& c, d4& d)
@@ -99,8 +109,10 @@ inline void transpose4(V (&r)[4])
 }
 
 // f(std::integral_constant<int, I>) for I = Begin .. End - 1, written out.
+// Always inlined: a copy compiled out of line would be the baseline one, and
+// the vectors it carries would pass through memory.
 template <int Begin, int End, class F>
-inline void unrolled(F&& f)
+inline __attribute__((always_inline)) void unrolled(F&& f)
 {
     if constexpr (Begin < End) {
         f(std::integral_constant<int, Begin>{});

@@ -69,7 +69,7 @@
 // The group kernels' helpers must be inlined into each clone of the object
 // loop: one left out of line runs the baseline instructions and passes the
 // vectors through memory.  So the written-out loops below are unrolled by
-// chol_unrolled, with always-inlined bodies (KELM_CHOL_BODY after a lambda's
+// vx::unrolled, with always-inlined bodies (KELM_CHOL_BODY after a lambda's
 // parameters).
 #define KELM_CHOL_BODY __attribute__((always_inline))
 
@@ -80,16 +80,6 @@ using CholElem = std::remove_reference_t<decltype(std::declval<const V&>()(0, 0)
 
 using vx::d4;
 using vx::f4;
-
-// f(std::integral_constant<int, I>) for I = Begin .. End - 1, written out.
-template <int Begin, int End, class F>
-KELM_CHOL_INLINE void chol_unrolled(F&& f)
-{
-    if constexpr (Begin < End) {
-        f(std::integral_constant<int, Begin>{});
-        chol_unrolled<Begin + 1, End>(f);
-    }
-}
 
 // --- the diagonal step --------------------------------------------------------------
 
@@ -312,26 +302,6 @@ struct Group {
 template <class G>
 constexpr bool kDenseRows = std::is_same_v<typename G::Obj, DenseView<typename G::Elem, true>>;
 
-KELM_CHOL_INLINE void transpose4(f4& a, f4& b, f4& c, f4& d)
-{
-    const f4 t0 = __builtin_shufflevector(a, b, 0, 4, 1, 5), t1 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
-    const f4 t2 = __builtin_shufflevector(c, d, 0, 4, 1, 5), t3 = __builtin_shufflevector(c, d, 2, 6, 3, 7);
-    a = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
-    b = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
-    c = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
-    d = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
-}
-
-KELM_CHOL_INLINE void transpose4(d4& a, d4& b, d4& c, d4& d)
-{
-    const d4 t0 = __builtin_shufflevector(a, b, 0, 4, 2, 6), t1 = __builtin_shufflevector(a, b, 1, 5, 3, 7);
-    const d4 t2 = __builtin_shufflevector(c, d, 0, 4, 2, 6), t3 = __builtin_shufflevector(c, d, 1, 5, 3, 7);
-    a = __builtin_shufflevector(t0, t2, 0, 1, 4, 5);
-    b = __builtin_shufflevector(t1, t3, 0, 1, 4, 5);
-    c = __builtin_shufflevector(t0, t2, 2, 3, 6, 7);
-    d = __builtin_shufflevector(t1, t3, 2, 3, 6, 7);
-}
-
 template <class D>
 KELM_CHOL_INLINE auto group_of(const D& d, ptrdiff_t k, int live)
 {
@@ -361,11 +331,11 @@ KELM_CHOL_INLINE void load_row(const G& g, int i, typename G::V* out)
 {
     using V = typename G::V;
     if constexpr (kDenseRows<G>) {
-        chol_unrolled<0, (W + 3) / 4>([&](auto c) KELM_CHOL_BODY {
+        vx::unrolled<0, (W + 3) / 4>([&](auto c) KELM_CHOL_BODY {
             constexpr int j0 = 4 * int(c), w = W - j0 < 4 ? W - j0 : 4;
             V r0 = vx::load<V, w>(&g.o[0](i, j0)), r1 = vx::load<V, w>(&g.o[1](i, j0));
             V r2 = vx::load<V, w>(&g.o[2](i, j0)), r3 = vx::load<V, w>(&g.o[3](i, j0));
-            transpose4(r0, r1, r2, r3);
+            vx::transpose4(r0, r1, r2, r3);
             const V r[4] = {r0, r1, r2, r3};
 #pragma GCC unroll 4
             for (int j = 0; j < w; ++j) out[j0 + j] = r[j];
@@ -382,10 +352,10 @@ KELM_CHOL_INLINE void store_row(const G& g, int i, const typename G::V* in)
 {
     using V = typename G::V;
     if constexpr (kDenseRows<G>) {
-        chol_unrolled<0, (W + 3) / 4>([&](auto c) KELM_CHOL_BODY {
+        vx::unrolled<0, (W + 3) / 4>([&](auto c) KELM_CHOL_BODY {
             constexpr int j0 = 4 * int(c), w = W - j0 < 4 ? W - j0 : 4;
             V r0 = in[j0], r1 = in[j0 + (w > 1)], r2 = in[j0 + (w > 2 ? 2 : 0)], r3 = in[j0 + (w > 3 ? 3 : 0)];
-            transpose4(r0, r1, r2, r3);
+            vx::transpose4(r0, r1, r2, r3);
             vx::store<w>(&g.o[0](i, j0), r0);
             if (g.live > 1) vx::store<w>(&g.o[1](i, j0), r1);
             if (g.live > 2) vx::store<w>(&g.o[2](i, j0), r2);
@@ -403,10 +373,10 @@ template <int N, class GS, class GD>
 KELM_CHOL_INLINE kelStatus chol4_decomp_group(const GS& s, const GD& d)
 {
     f4 a[N][N], l[N][N];
-    chol_unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(s, i, a[i]); });
+    vx::unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(s, i, a[i]); });
     return chol_factor<N, EstimatedRoot>(a, l, [&](int i, bool passed) KELM_CHOL_BODY {
         if (!passed) return;
-        chol_unrolled<0, N>([&](auto r) KELM_CHOL_BODY {
+        vx::unrolled<0, N>([&](auto r) KELM_CHOL_BODY {
             if (r == i) store_row<r + 1>(d, r, l[r]);
         });
     });
@@ -418,9 +388,9 @@ template <int N, class GS, class GD>
 KELM_CHOL_INLINE bool chol4_decomp_exact_group(const GS& s, const GD& d)
 {
     d4 a[N][N], l[N][N];
-    chol_unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(s, i, a[i]); });
+    vx::unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(s, i, a[i]); });
     if (chol_factor<N, ExactRootLanes>(a, l, [](int, bool) KELM_CHOL_BODY {}) != kelOk) return false;
-    chol_unrolled<0, N>([&](auto i) KELM_CHOL_BODY { store_row<i + 1>(d, i, l[i]); });
+    vx::unrolled<0, N>([&](auto i) KELM_CHOL_BODY { store_row<i + 1>(d, i, l[i]); });
     return true;
 }
 
@@ -460,7 +430,7 @@ static KELM_WIDE void chol4_mava(const S& s, const B& b, const B& x, int count)
         const int live = count - k < 4 ? count - k : 4;
         const auto f = group_of(s, k, live);
         typename decltype(f)::V l[N][N];
-        chol_unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(f, i, l[i]); });
+        vx::unrolled<0, N>([&](auto i) KELM_CHOL_BODY { load_row<i + 1>(f, i, l[i]); });
         chol4_solve_group<N>(l, group_of(b, k, live), group_of(x, k, live));
     }
 }

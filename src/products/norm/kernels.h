@@ -86,12 +86,12 @@ KELM_NORM_INLINE vx::f4 refined_root(vx::f4 s)
 // Objects k .. k+live-1 of a description as lanes; the spare lanes repeat the
 // last live object.
 template <class D>
-struct Quad {
+struct FourObjects {
     using T = typename D::Elem;
     using V = typename NormLanes<T>::type;
     using View = std::remove_const_t<decltype(std::declval<const D&>()[0])>;
     View o0, o1, o2, o3;
-    KELM_NORM_INLINE Quad(const D& d, ptrdiff_t k, int live)
+    KELM_NORM_INLINE FourObjects(const D& d, ptrdiff_t k, int live)
         : o0(d[k]), o1(d[k + (live > 1 ? 1 : 0)]), o2(d[k + (live > 2 ? 2 : live - 1)]),
           o3(d[k + (live > 3 ? 3 : live - 1)])
     {
@@ -201,7 +201,7 @@ constexpr bool kRefinedL2 = std::is_same_v<D, Strided<float, true>>;
 template <int H, int W, bool Refined, class D>
 KELM_NORM_INLINE void sumsq_root_block(const D& d, ptrdiff_t k, int live, int h, int w, typename D::Elem* dst)
 {
-    const Quad<D> q(d, k, live);
+    const FourObjects<D> q(d, k, live);
     if constexpr (Refined) store_live(refined_root(squares_paired<W>(q)), dst, live);
     else store_live(lane_sqrt(squares_ascending<H, W>(q, h, w)), dst, live);
 }
